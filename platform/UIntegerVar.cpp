@@ -1,0 +1,11 @@
+#include "UIntegerVar.h"
+
+UIntegerVar *UIntegerVar::clone() const
+{
+    return new UIntegerVar(*this);
+}
+
+QString UIntegerVar::formatValue() const
+{
+    return QString::number(getValue());
+}
