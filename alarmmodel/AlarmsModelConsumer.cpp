@@ -1,0 +1,5 @@
+#include "AlarmsModelConsumer.h"
+
+AlarmsModelConsumer::~AlarmsModelConsumer() = default;
+
+void AlarmsModelConsumer::modelDestroyed(const AlarmsModel &) {}
