@@ -1,0 +1,49 @@
+#pragma once
+
+#include "alarmmodel_export.h"
+
+#include <QRegularExpression>
+#include <QString>
+#include <QStringMatcher>
+
+// One compiled text pattern: an exact text, a wildcard pattern or a regular
+// expression, matched against the whole text or anywhere inside it.
+//
+// Filters match the same pattern against many thousands of values, so the
+// pattern is analysed once: wildcard patterns that are really a plain text,
+// a prefix, a suffix or an infix are matched with string comparisons, and only
+// the others become a (pre-optimised) regular expression.
+//
+// Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
+// character, "\" makes the next character literal ("\*", "\?", "\\").
+class ALARMMODEL_EXPORT TextMatcher
+{
+public:
+    enum Method : int { Exact = 0, Wildcard = 1, RegularExpression = 2 };
+
+    // An empty matcher: it matches every text.
+    TextMatcher();
+
+    // Compiles `pattern`. `wholeText` false lets the pattern match anywhere in a
+    // text. Returns false, with `error` set when given, for an invalid regular
+    // expression or an unknown method; the matcher then matches nothing.
+    bool setPattern(const QString &pattern, Method method, Qt::CaseSensitivity cs, bool wholeText,
+                    QString *error = nullptr);
+
+    bool isValid() const { return m_kind != Invalid; }
+    bool matches(const QString &text) const;
+
+    // Converts a wildcard pattern into an (unanchored) regular expression pattern.
+    static QString wildcardToRegularExpression(const QString &pattern);
+
+private:
+    enum Kind { MatchAll, Equal, StartsWith, EndsWith, Contains, Regex, Invalid };
+
+    void setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd);
+
+    Kind m_kind = MatchAll;
+    Qt::CaseSensitivity m_cs = Qt::CaseInsensitive;
+    QString m_text;
+    QStringMatcher m_finder;
+    QRegularExpression m_regex;
+};
