@@ -1,0 +1,5 @@
+#include "ActionAccessOwner.h"
+
+ActionAccessOwner::ActionAccessOwner() : ActionAccessUser(new ActionAccess())
+{
+}
