@@ -1,0 +1,332 @@
+#include "BitVar.h"
+#include "CCodeExternData.h"
+#include "Controller.h"
+#include "DoneCB.h"
+#include "DynVar.h"
+#include "FloatVar.h"
+#include "IntegerVar.h"
+#include "MappingVar.h"
+#include "MixedVar.h"
+#include "PlatformLogCapture.h"
+#include "TestProject.h"
+#include "TextVar.h"
+#include "TimeVar.h"
+
+#include <QPointer>
+#include <QtTest>
+
+namespace {
+
+// Records what the controller does with a callback.
+struct CallRecord
+{
+    int executed = 0;
+    bool deleted = false;
+    bool gotNull = false;
+    std::unique_ptr<Variable> result;
+};
+
+class RecordingCb : public DoneCB
+{
+public:
+    explicit RecordingCb(CallRecord *record) : m_record(record) {}
+    ~RecordingCb() override { m_record->deleted = true; }
+    void execute(const Variable *result) override
+    {
+        ++m_record->executed;
+        m_record->gotNull = !result;
+        m_record->result.reset(result ? result->clone() : nullptr);
+    }
+    DoneCB *clone() const override { return new RecordingCb(*this); }
+
+private:
+    CallRecord *m_record;
+};
+
+// Like the widgets' callbacks: refers back to an object that may be gone.
+class GuardedCb : public DoneCB
+{
+public:
+    GuardedCb(QObject *target, int *dropped) : m_target(target), m_dropped(dropped) {}
+    void execute(const Variable *result) override
+    {
+        if (!m_target) {
+            ++*m_dropped;
+            return;
+        }
+        m_target->setProperty("answer", result ? result->formatValue() : QString());
+    }
+    DoneCB *clone() const override { return new GuardedCb(*this); }
+
+private:
+    QPointer<QObject> m_target;
+    int *m_dropped;
+};
+
+int checkIn(const QString &library)
+{
+    CCodeExternData extern_("TestController", "TestController");
+    return Controller::thisPtr->checkIn(CharString::fromQString(QStringLiteral("#uses \"%1\"").arg(library)),
+                                        DynVar(), &extern_, nullptr, 0, 0, 0);
+}
+
+DynVar args(std::initializer_list<const Variable *> values)
+{
+    DynVar dyn;
+    for (const Variable *v : values)
+        dyn.append(*v);
+    return dyn;
+}
+
+const char LibrarySource[] = R"(
+var calls = 0;
+function describe(map, list) {
+    calls++;
+    return {
+        greeting: "hello " + map.name,
+        count: list.length,
+        sum: list[0] + list[1],
+        half: map.value / 2,
+        flag: !map.flag,
+        items: list,
+        nested: { depth: 2 },
+        nothing: null,
+        when: new Date(Date.UTC(2024, 0, 2, 3, 4, 5, 6))
+    };
+}
+function callCount() { return calls; }
+function fail(text) {
+    var x = 1;
+    throw new Error("failed with " + text);
+}
+function failWithString() { throw "plain text"; }
+function spin() { while (true) { } }
+function nothingBack() { }
+)";
+
+} // namespace
+
+class TestController : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        Controller::thisPtr->registerNativeLibrary(
+            QStringLiteral("native"),
+            {{QStringLiteral("echo"), [](const DynVar &a) -> Variable * { return a.clone(); }},
+             {QStringLiteral("nothing"), [](const DynVar &) -> Variable * { return nullptr; }}});
+        m_project.write(QStringLiteral("scripts/libs/jslib.js"), LibrarySource);
+    }
+
+    void answersArriveOnlyFromTheEventLoop()
+    {
+        const int id = checkIn(QStringLiteral("native"));
+        QVERIFY(id > 0);
+        CallRecord first, second;
+        const DynVar a = args({std::make_unique<IntegerVar>(1).get()});
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", a, new RecordingCb(&first)), 0);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", TextVar("single"), new RecordingCb(&second)), 0);
+        QCOMPARE(first.executed, 0);
+        QCOMPARE(Controller::thisPtr->pendingCallCount(), 2);
+
+        QTRY_VERIFY(second.deleted);
+        QVERIFY(first.deleted);
+        QCOMPARE(first.executed, 1);
+        QCOMPARE(second.executed, 1);
+        QCOMPARE(first.result->formatValue(), QStringLiteral("[1]"));
+        // A single variable that is not a dyn is the only argument.
+        QCOMPARE(second.result->formatValue(), QStringLiteral("[single]"));
+        QCOMPARE(Controller::thisPtr->pendingCallCount(), 0);
+    }
+
+    void refusedStartLeavesCallbackToCaller()
+    {
+        PlatformLogCapture log;
+        const int id = checkIn(QStringLiteral("native"));
+        CallRecord record;
+        auto *cb = new RecordingCb(&record);
+        QCOMPARE(Controller::thisPtr->startFunc(0, "echo", DynVar(), cb), 1);
+        QCOMPARE(Controller::thisPtr->startFunc(id + 1000, "echo", DynVar(), cb), 1);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "noSuchFunction", DynVar(), cb), 1);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "", DynVar(), cb), 1);
+        QCOMPARE(Controller::thisPtr->pendingCallCount(), 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(record.executed, 0);
+        QVERIFY(!record.deleted);
+        delete cb;
+        QCOMPARE(log.lines().size(), 4);
+        QVERIFY(log.lines().at(0).contains(QLatin1String("unknown script id 0")));
+        QVERIFY(log.lines().at(2).contains(QLatin1String("noSuchFunction")));
+    }
+
+    void nullResultsAndNullCallbacks()
+    {
+        const int id = checkIn(QStringLiteral("native"));
+        CallRecord record;
+        QCOMPARE(Controller::thisPtr->startFunc(id, "nothing", DynVar(), new RecordingCb(&record)), 0);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", DynVar(), nullptr), 0);
+        QTRY_VERIFY(record.deleted);
+        QCOMPARE(record.executed, 1);
+        QVERIFY(record.gotNull);
+        QTRY_COMPARE(Controller::thisPtr->pendingCallCount(), 0);
+    }
+
+    void failedCheckInsAreNegativeAndLogged_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QByteArray>("libSource");
+        QTest::addColumn<QStringList>("expectedInLog");
+        QTest::newRow("unknown library")
+            << "#uses \"noSuchLib\"" << QByteArray()
+            << QStringList{"line 1", "scripts/libs/noSuchLib.js", "TestController/TestController"};
+        QTest::newRow("syntax error")
+            << "// first\n#uses \"native\"\n#uses \"broken\"" << QByteArray("function ok() {}\n\nvar x = ;\nfunction later() {}\n")
+            << QStringList{"line 3", "broken.js:3:", "SyntaxError"};
+        QTest::newRow("throws while loading")
+            << "#uses \"throwing\"" << QByteArray("var a = 1;\nundefinedFunction();\n")
+            << QStringList{"throwing.js:2:", "ReferenceError"};
+        QTest::newRow("not a uses line")
+            << "#uses \"native\"\nmain() {}" << QByteArray()
+            << QStringList{"line 2", "main() {}"};
+        QTest::newRow("empty name") << "#uses \"\"" << QByteArray() << QStringList{"line 1"};
+    }
+    void failedCheckInsAreNegativeAndLogged()
+    {
+        QFETCH(QString, script);
+        QFETCH(QByteArray, libSource);
+        QFETCH(QStringList, expectedInLog);
+        if (!libSource.isEmpty()) {
+            const QString name = QString(QTest::currentDataTag()).startsWith(QLatin1String("syntax"))
+                                     ? QStringLiteral("broken") : QStringLiteral("throwing");
+            m_project.write(QStringLiteral("scripts/libs/%1.js").arg(name), libSource);
+        }
+        PlatformLogCapture log;
+        CCodeExternData extern_("TestController", "TestController");
+        const int id = Controller::thisPtr->checkIn(CharString::fromQString(script), DynVar(), &extern_,
+                                                    nullptr, 0, 0, 0);
+        QVERIFY(id < 0);
+        QCOMPARE(log.lines().size(), 1);
+        for (const QString &part : expectedInLog)
+            QVERIFY2(log.all().contains(part), qPrintable(log.all()));
+    }
+
+    void scriptFunctionConvertsBothWays()
+    {
+        const int id = checkIn(QStringLiteral("jslib.ctl")); // the CTRL extension is dropped
+        QVERIFY(id > 0);
+        MappingVar map;
+        map.setAt(TextVar("name"), TextVar("world"));
+        map.setAt(TextVar("value"), IntegerVar(5));
+        map.setAt(TextVar("flag"), MixedVar(BitVar(false)));
+        DynVar list;
+        list.append(IntegerVar(40));
+        list.append(FloatVar(2.5));
+        list.append(TextVar("x"));
+        DynVar callArgs;
+        callArgs.append(map);
+        callArgs.append(list);
+
+        CallRecord record;
+        QCOMPARE(Controller::thisPtr->startFunc(id, "describe", callArgs, new RecordingCb(&record)), 0);
+        QTRY_VERIFY(record.deleted);
+        QVERIFY(record.result);
+        QCOMPARE(record.result->getType(), MAPPING_VAR);
+        const auto &answer = static_cast<const MappingVar &>(*record.result);
+        QCOMPARE(*answer.getAt(TextVar("greeting")), TextVar("hello world"));
+        QCOMPARE(*answer.getAt(TextVar("count")), IntegerVar(3));
+        QCOMPARE(*answer.getAt(TextVar("sum")), FloatVar(42.5));
+        QCOMPARE(*answer.getAt(TextVar("half")), FloatVar(2.5));
+        QCOMPARE(*answer.getAt(TextVar("flag")), BitVar(true));
+        QCOMPARE(*answer.getAt(TextVar("items")), static_cast<const Variable &>(list));
+        QCOMPARE(answer.getAt(TextVar("nested"))->getType(), MAPPING_VAR);
+        QCOMPARE(*static_cast<const MappingVar *>(answer.getAt(TextVar("nested")))->getAt(TextVar("depth")),
+                 IntegerVar(2));
+        QCOMPARE(*answer.getAt(TextVar("nothing")), MixedVar());
+        QCOMPARE(*answer.getAt(TextVar("when")),
+                 TimeVar(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), Qt::UTC)));
+        // Keys come back in the order the object was built.
+        QCOMPARE(answer.keyAt(0)->formatValue(), QStringLiteral("greeting"));
+        QCOMPARE(answer.keyAt(8)->formatValue(), QStringLiteral("when"));
+    }
+
+    void failingFunctionsAnswerNull_data()
+    {
+        QTest::addColumn<QString>("function");
+        QTest::addColumn<QString>("expectedInLog");
+        QTest::newRow("Error object") << "fail" << "jslib.js:20: Error: failed with now";
+        QTest::newRow("thrown text") << "failWithString" << "plain text";
+        QTest::newRow("runaway loop") << "spin" << "interrupted after 200 ms";
+    }
+    void failingFunctionsAnswerNull()
+    {
+        QFETCH(QString, function);
+        QFETCH(QString, expectedInLog);
+        const int id = checkIn(QStringLiteral("jslib"));
+        Controller::thisPtr->setScriptTimeout(200);
+        PlatformLogCapture log;
+        CallRecord record;
+        const TextVar text("now");
+        QCOMPARE(Controller::thisPtr->startFunc(id, CharString::fromQString(function), args({&text}),
+                                                new RecordingCb(&record)), 0);
+        QTRY_VERIFY(record.deleted);
+        Controller::thisPtr->setScriptTimeout(5000);
+        QCOMPARE(record.executed, 1);
+        QVERIFY(record.gotNull);
+        QCOMPARE(log.lines().size(), 1);
+        QVERIFY2(log.all().contains(expectedInLog), qPrintable(log.all()));
+        QVERIFY(log.all().contains(function));
+
+        // The library keeps working afterwards, with its state intact.
+        CallRecord after;
+        QCOMPARE(Controller::thisPtr->startFunc(id, "callCount", DynVar(), new RecordingCb(&after)), 0);
+        QTRY_VERIFY(after.deleted);
+        QVERIFY(after.result);
+        QCOMPARE(after.result->getType(), INTEGER_VAR);
+    }
+
+    void libraryRunsOncePerProcessAndLastPathWins()
+    {
+        TestProject lower;
+        lower.write(QStringLiteral("scripts/libs/layered.js"), "function which() { return 'lower'; }");
+        TestProject upper;
+        upper.write(QStringLiteral("scripts/libs/layered.js"),
+                    "var n = 0; function which() { n++; return 'upper ' + n; }");
+        Resources::setProjectPaths({lower.path(), upper.path()});
+
+        const int first = checkIn(QStringLiteral("layered"));
+        const int second = checkIn(QStringLiteral("layered"));
+        QVERIFY(first > 0 && second > 0 && first != second);
+        CallRecord a, b;
+        Controller::thisPtr->startFunc(first, "which", DynVar(), new RecordingCb(&a));
+        Controller::thisPtr->startFunc(second, "which", DynVar(), new RecordingCb(&b));
+        QTRY_VERIFY(b.deleted);
+        QCOMPARE(a.result->formatValue(), QStringLiteral("upper 1"));
+        QCOMPARE(b.result->formatValue(), QStringLiteral("upper 2"));
+    }
+
+    void callerDestroyedWhileCallInFlight()
+    {
+        Controller::thisPtr->setAnswerDelay(QStringLiteral("native"), 30);
+        const int id = checkIn(QStringLiteral("native"));
+        int dropped = 0;
+        auto *gone = new QObject;
+        QObject kept;
+        const TextVar text("x");
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", args({&text}), new GuardedCb(gone, &dropped)), 0);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", args({&text}), new GuardedCb(&kept, &dropped)), 0);
+        QCoreApplication::processEvents(); // the delay keeps both in flight
+        QCOMPARE(Controller::thisPtr->pendingCallCount(), 2);
+        delete gone;
+        QTRY_COMPARE(Controller::thisPtr->pendingCallCount(), 0);
+        Controller::thisPtr->setAnswerDelay(QStringLiteral("native"), 0);
+        QCOMPARE(dropped, 1);
+        QCOMPARE(kept.property("answer").toString(), QStringLiteral("[x]"));
+    }
+
+private:
+    TestProject m_project;
+};
+
+QTEST_GUILESS_MAIN(TestController)
+#include "tst_controller.moc"
