@@ -1,0 +1,3 @@
+#include "DpHLGroup.h"
+
+DpHLGroup::~DpHLGroup() = default;

@@ -1,0 +1,3 @@
+#include "DpMsgAnswer.h"
+
+DpMsgAnswer::~DpMsgAnswer() = default;
