@@ -50,3 +50,16 @@ QString Resources::findFile(const QString &relativeFile)
     }
     return QString();
 }
+
+void Resources::setFromArguments(const QStringList &arguments)
+{
+    QStringList projects;
+    for (int i = 0; i + 1 < arguments.size(); ++i) {
+        if (arguments.at(i) == QLatin1String("-proj"))
+            projects.append(arguments.at(++i));
+        else if (arguments.at(i) == QLatin1String("-base"))
+            setBasePath(arguments.at(++i));
+    }
+    if (!projects.isEmpty())
+        setProjectPaths(projects);
+}

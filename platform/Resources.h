@@ -18,6 +18,10 @@ public:
     static void setProjectPaths(const QStringList &paths);
     static const QStringList &getProjectPaths();
     static void setBasePath(const QString &path);
+    // Takes the paths from a host's command line: every "-proj <dir>" adds a
+    // project path (in the order given), "-base <dir>" sets the base path;
+    // other arguments are left alone. Paths are set only when given.
+    static void setFromArguments(const QStringList &arguments);
     static const QString &getBasePath();
 
     // Finds `relativeFile` (for example "scripts/libs/x.js") along the project
