@@ -39,6 +39,8 @@ function(as_add_layer target)
     endif()
     file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.h")
     install(FILES ${headers} DESTINATION include/alarmscreen/${ARG_LAYER}/${dir})
+    # Exported as an include path even while it holds no headers yet.
+    install(DIRECTORY DESTINATION include/alarmscreen/${ARG_LAYER}/${dir})
   endforeach()
 
   add_library(${target} SHARED ${sources})
