@@ -3,6 +3,7 @@
 #include "alarmmodel_export.h"
 
 #include <QChar>
+#include <QByteArray>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMap>
@@ -23,6 +24,10 @@ public:
     // `path` names the object in messages ("" for the top level).
     JsonFieldReader(const QJsonObject &object, const QString &path, QString &error);
 
+    // Parses a JSON text whose top level must be an object; on failure `error`
+    // gives the line and offset of the fault.
+    static bool parseObject(const QByteArray &text, QJsonObject &object, QString &error);
+
     bool ok() const { return m_ok; }
     bool has(const QString &key) const { return m_object.contains(key); }
     // The path of a field of this object, as used in messages.
@@ -40,6 +45,10 @@ public:
     bool readArray(const QString &key, QJsonArray &out, bool required = false);
     // An object whose values are all arrays of strings.
     bool readStringListMap(const QString &key, QMap<QString, QStringList> &out);
+    // A value source: its name ("Alarm") or its code as an integer.
+    bool readValueSourceCode(const QString &key, int &out);
+    // The name of a known source code, else the code itself.
+    static QJsonValue valueSourceCodeToJson(int code);
     // A variant stored with its type kept: `key` holds the value, `key`+"Type"
     // the type name ("int", "QString", "QDateTime"...). See writeVariant.
     bool readVariant(const QString &key, QVariant &out);

@@ -31,6 +31,9 @@ public:
                     QString *error = nullptr);
 
     bool isValid() const { return m_kind != Invalid; }
+    // True when every text matches (an empty pattern that may match anywhere,
+    // or a wildcard pattern of stars only).
+    bool matchesEverything() const { return m_kind == MatchAll; }
     bool matches(const QString &text) const;
 
     // Converts a wildcard pattern into an (unanchored) regular expression pattern.

@@ -1,0 +1,3 @@
+#include "FilterValueProvider.h"
+
+FilterValueProvider::~FilterValueProvider() = default;
