@@ -75,6 +75,7 @@ AlarmInstance::AlarmInstance(const Data &data) : m_data(data)
     m_texts[AlarmProp::AlarmClass] = data.alarmClass;
     m_texts[AlarmProp::Acknowledgeable] = cachedText(2, data.acknowledgeable ? 3 : 2);
     m_texts[AlarmProp::Connection] = cachedText(2, data.connected ? 1 : 0);
+    m_texts[AlarmProp::Acknowledged] = cachedText(2, isAcknowledged() ? 3 : 2);
 }
 
 QVariant AlarmInstance::getProperty(const AlarmProp &prop, Qt::ItemDataRole role) const
@@ -108,6 +109,8 @@ QVariant AlarmInstance::getProperty(int propIndex, Qt::ItemDataRole role) const
         return m_data.acknowledgeable;
     case AlarmProp::Connection:
         return m_data.connected;
+    case AlarmProp::Acknowledged:
+        return isAcknowledged();
     default:
         return m_texts[propIndex];
     }
@@ -145,6 +148,8 @@ int AlarmInstance::compare(const AlarmInstance &a, const AlarmInstance &b, int p
         return compareNumbers(x.acknowledgeable, y.acknowledgeable);
     case AlarmProp::Connection:
         return compareNumbers(x.connected, y.connected);
+    case AlarmProp::Acknowledged:
+        return compareNumbers(a.isAcknowledged(), b.isAcknowledged());
     default:
         return a.getText(propIndex).compare(b.getText(propIndex));
     }

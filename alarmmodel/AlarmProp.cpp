@@ -1,5 +1,7 @@
 #include "AlarmProp.h"
 
+#include <QHash>
+
 const QVector<AlarmProp> &AlarmProp::all()
 {
     static const QVector<AlarmProp> props = {
@@ -17,6 +19,7 @@ const QVector<AlarmProp> &AlarmProp::all()
         AlarmProp(AlarmClass, QStringLiteral("alarmClass"), Text),
         AlarmProp(Acknowledgeable, QStringLiteral("ackable"), Boolean),
         AlarmProp(Connection, QStringLiteral("connection"), Boolean),
+        AlarmProp(Acknowledged, QStringLiteral("acknowledged"), Boolean),
     };
     return props;
 }
@@ -28,9 +31,12 @@ AlarmProp AlarmProp::byIndex(int index)
 
 AlarmProp AlarmProp::byName(const QString &name)
 {
-    for (const AlarmProp &prop : all()) {
-        if (prop.getName() == name)
-            return prop;
-    }
-    return AlarmProp();
+    // Filters look properties up by name for every alarm they test.
+    static const QHash<QString, int> indexes = [] {
+        QHash<QString, int> byName;
+        for (const AlarmProp &prop : all())
+            byName.insert(prop.getName(), prop.getIndex());
+        return byName;
+    }();
+    return byIndex(indexes.value(name, Invalid));
 }

@@ -30,7 +30,8 @@ public:
         AlarmClass = 11,
         Acknowledgeable = 12,
         Connection = 13,
-        Count = 14
+        Acknowledged = 14,
+        Count = 15
     };
 
     // The type of the property's edit value.

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "AlarmFilterValues.h"
+#include "AlarmInstance.h"
+#include "QuickCellFilter.h"
+#include "SourceAndFilter.h"
+#include "TextMatcher.h"
+#include "alarmmodel_export.h"
+
+#include <QSet>
+#include <QVector>
+
+// Decides whether one alarm passes a source-and-filter record (its rule sets
+// and its choice of systems or datapoint names) and, optionally, a quick
+// filter over some of the alarm's texts. Filters that restrict nothing are
+// skipped altogether, so an empty matcher costs nothing per alarm.
+class ALARMMODEL_EXPORT AlarmMatcher
+{
+public:
+    AlarmMatcher();
+
+    void setFilter(const SourceAndFilter &filter);
+    const SourceAndFilter &getFilter() const { return m_filter; }
+    // The quick filter is matched against the texts of `propIndexes` (the
+    // table's columns); an alarm passes when any of them matches.
+    void setQuickFilter(const QuickCellFilter &filter, const QVector<int> &propIndexes);
+    const QuickCellFilter &getQuickFilter() const { return m_quick; }
+
+    bool isEmpty() const { return m_structuredEmpty && m_quickEmpty; }
+    bool matches(const AlarmInstance &alarm) const
+    {
+        return (m_structuredEmpty || matchesStructured(alarm)) && (m_quickEmpty || matchesQuick(alarm));
+    }
+    bool matchesStructured(const AlarmInstance &alarm) const;
+    bool matchesQuick(const AlarmInstance &alarm) const;
+
+private:
+    SourceAndFilter m_filter;
+    QSet<QString> m_systems;
+    QVector<TextMatcher> m_dpNames;
+    bool m_ruleSetsEmpty = true;
+    bool m_structuredEmpty = true;
+    QuickCellFilter m_quick;
+    QVector<int> m_quickProps;
+    bool m_quickEmpty = true;
+    mutable AlarmFilterValues m_values;
+};

@@ -1,0 +1,88 @@
+#pragma once
+
+// Alarms and filters for the alarm model tests.
+
+#include "AlarmInstance.h"
+#include "FilterRuleContainer.h"
+#include "FilterRuleSet.h"
+#include "SourceAndFilter.h"
+#include "ValueFilterNumbers.h"
+#include "ValueFilterStringPattern.h"
+
+#include <QAbstractItemModel>
+#include <QStringList>
+
+namespace AlarmTestFactory {
+
+inline AlarmInstancePtr makeAlarm(const QString &system, qint64 serial, int priority, const QString &text,
+                                  qint64 timeMs, AlarmInstance::State state = AlarmInstance::CameUnacknowledged)
+{
+    AlarmInstance::Data data;
+    data.ident = AlarmIdent(system, serial);
+    data.dpe = QStringLiteral("%1:dp%2.alarm").arg(system).arg(serial);
+    data.alias = QStringLiteral("alias%1").arg(serial);
+    data.description = QStringLiteral("description %1").arg(serial);
+    data.alarmText = text;
+    data.alarmClass = priority >= 100 ? QStringLiteral("alert") : QStringLiteral("warning");
+    data.timeMs = timeMs;
+    data.priority = priority;
+    data.state = state;
+    data.value = double(serial) / 2;
+    return QSharedPointer<AlarmInstance>::create(data);
+}
+
+// A copy of `alarm` with other values.
+inline AlarmInstancePtr changed(const AlarmInstancePtr &alarm, int priority, AlarmInstance::State state)
+{
+    AlarmInstance::Data data = alarm->getData();
+    data.priority = priority;
+    data.state = state;
+    return QSharedPointer<AlarmInstance>::create(data);
+}
+
+inline QSharedPointer<ValueFilter> patternFilter(const QString &property, const QString &pattern)
+{
+    auto filter = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), property,
+                                                                   Constants::ValueSourceAlarm, false);
+    filter->setFilterText(pattern);
+    return filter;
+}
+
+inline QSharedPointer<ValueFilter> numberFilter(const QString &property, const QString &rules)
+{
+    auto filter = QSharedPointer<ValueFilterNumbers>::create(WildcardConfig(), property,
+                                                             Constants::ValueSourceAlarm, false);
+    filter->setFilterText(rules);
+    return filter;
+}
+
+inline FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilter>> &filters)
+{
+    FilterRuleSet set(WildcardConfig(), include, false);
+    for (const auto &filter : filters)
+        set.addFilter(filter);
+    return set;
+}
+
+inline SourceAndFilter sourceFilter(const QList<FilterRuleSet> &sets)
+{
+    SourceAndFilter result;
+    result.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), sets, false));
+    return result;
+}
+
+// Every row of a model, depth first, as "<indent><column texts joined by |>".
+inline QStringList dump(const QAbstractItemModel &model, const QModelIndex &parent = QModelIndex(), int depth = 0)
+{
+    QStringList lines;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        QStringList cells;
+        for (int column = 0; column < model.columnCount(parent); ++column)
+            cells << model.index(row, column, parent).data().toString();
+        lines << QString(depth * 2, QLatin1Char(' ')) + cells.join(QLatin1Char('|'));
+        lines += dump(model, model.index(row, 0, parent), depth + 1);
+    }
+    return lines;
+}
+
+} // namespace AlarmTestFactory
