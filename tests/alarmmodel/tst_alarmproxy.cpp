@@ -72,6 +72,7 @@ class TestAlarmProxy : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase();
     void ruleSetsAndQuickFilterTogether();
     void sortingKeepsPersistentIndexes();
     void nestedGroups();
@@ -80,6 +81,12 @@ private slots:
     void modelBurstResolution();
     void resetsAndModelChanges();
 };
+
+void TestAlarmProxy::initTestCase()
+{
+    qRegisterMetaType<QList<QPersistentModelIndex>>();
+    qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
+}
 
 void TestAlarmProxy::ruleSetsAndQuickFilterTogether()
 {
@@ -218,7 +225,7 @@ void TestAlarmProxy::nestedGroups()
     QCOMPARE(proxy.rowCount(), 2);
     QCOMPARE(proxy.index(0, 0).data(Qt::EditRole).toInt(), 100);
     proxy.setGrouping(grouping({}));
-    QCOMPARE(proxy.rowCount(), 15);
+    QCOMPARE(proxy.rowCount(), 14);
     QVERIFY(proxy.getAlarmAtRow(proxy.index(0, 0)));
 }
 
@@ -254,12 +261,14 @@ void TestAlarmProxy::burstsAreAppliedInOneStep()
     AlarmBurst burst;
     burst.remove(alarms.at(1)->getIdent());                                        // shown, goes
     burst.remove(AlarmIdent(QStringLiteral("SysA"), 999));                           // unknown: ignored
-    burst.upsert(changed(alarms.at(4), 7, AlarmInstance::CameAcknowledged));       // moves to a new group
-    burst.upsert(changed(alarms.at(5), 50, AlarmInstance::WentUnacknowledged));   // same place
+    QVERIFY(proxy.findAlarm(alarms.at(8)->getIdent()).isValid());
+    QVERIFY(proxy.findAlarm(alarms.at(6)->getIdent()).isValid());
+    burst.upsert(changed(alarms.at(8), 7, AlarmInstance::CameAcknowledged));       // moves to a new group
+    burst.upsert(changed(alarms.at(6), 100, AlarmInstance::WentUnacknowledged));  // same place
     burst.upsert(makeAlarm(QStringLiteral("SysD"), 100, 300, QStringLiteral("Pump fault"), baseTime + 99999));
     burst.upsert(makeAlarm(QStringLiteral("SysA"), 101, 50, QStringLiteral("Level low"), baseTime)); // filtered out
     auto leaving = alarms.at(9);                                                  // filtered out by the update
-    burst.upsert(makeAlarm(QStringLiteral("SysB"), leaving->getIdent().getSerial(), 50,
+    burst.upsert(makeAlarm(leaving->getIdent().getSystem(), leaving->getIdent().getSerial(), 50,
                            QStringLiteral("Level low"), baseTime));
     // Every alarm of group SysC/200 goes: the group must go with it.
     for (const auto &alarm : alarms) {
@@ -290,8 +299,9 @@ void TestAlarmProxy::burstsAreAppliedInOneStep()
     QVERIFY(!proxy.findAlarm(alarms.at(1)->getIdent()).isValid());
     QVERIFY(!proxy.findAlarm(leaving->getIdent()).isValid());
     QVERIFY(proxy.findAlarm(AlarmIdent(QStringLiteral("SysD"), 100)).isValid());
-    QCOMPARE(proxy.getAlarmAtRow(proxy.findAlarm(alarms.at(5)->getIdent()))->getData().state,
-             AlarmInstance::WentUnacknowledged);
+    const auto updated = proxy.getAlarmAtRow(proxy.findAlarm(alarms.at(6)->getIdent()));
+    QVERIFY(updated);
+    QCOMPARE(updated->getData().state, AlarmInstance::WentUnacknowledged);
 }
 
 void TestAlarmProxy::modelBurstResolution()
@@ -356,6 +366,7 @@ void TestAlarmProxy::resetsAndModelChanges()
     QCOMPARE(proxy.getAlarmByIdent(AlarmIdent(QStringLiteral("SysA"), 1))->getIdent().getSerial(), 1);
 
     // Unknown columns stay empty instead of breaking the table.
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("column 'nonsense' names no alarm property")));
     proxy.setColumns({ColumnDefinition(0, QStringLiteral("system"), QStringLiteral("System")),
                       ColumnDefinition(0, QStringLiteral("nonsense"), QStringLiteral("?"))});
     QCOMPARE(proxy.columnCount(), 2);
