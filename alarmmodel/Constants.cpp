@@ -4,17 +4,20 @@
 #include <QMetaEnum>
 
 namespace {
+// Files use the enumerator names without the enumeration's prefix
+// ("Alarm" for ValueSourceAlarm).
 template <typename E>
-QString keyOf(E value)
+QString keyOf(E value, const char *prefix)
 {
-    return QString::fromLatin1(QMetaEnum::fromType<E>().valueToKey(value));
+    const char *key = QMetaEnum::fromType<E>().valueToKey(value);
+    return key ? QString::fromLatin1(key).mid(int(qstrlen(prefix))) : QString();
 }
 
 template <typename E>
-bool valueOf(const QString &key, E &value)
+bool valueOf(const QString &key, E &value, const char *prefix)
 {
     bool ok = false;
-    const int v = QMetaEnum::fromType<E>().keyToValue(key.toLatin1().constData(), &ok);
+    const int v = QMetaEnum::fromType<E>().keyToValue((QByteArray(prefix) + key.toLatin1()).constData(), &ok);
     if (ok)
         value = static_cast<E>(v);
     return ok;
@@ -50,20 +53,20 @@ QString Constants::getSourceStateVisibleName(SourceState state)
 
 QString Constants::sourceModeKey(SourceMode mode)
 {
-    return keyOf(mode);
+    return keyOf(mode, "SourceMode");
 }
 
 bool Constants::sourceModeFromKey(const QString &key, SourceMode &mode)
 {
-    return valueOf(key, mode);
+    return valueOf(key, mode, "SourceMode");
 }
 
 QString Constants::valueSourceKey(ValueSource source)
 {
-    return keyOf(source);
+    return keyOf(source, "ValueSource");
 }
 
 bool Constants::valueSourceFromKey(const QString &key, ValueSource &source)
 {
-    return valueOf(key, source);
+    return valueOf(key, source, "ValueSource");
 }

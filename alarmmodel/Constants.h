@@ -53,8 +53,9 @@ public:
     // An unknown value gives "Unknown (<number>)".
     static QString getSourceStateVisibleName(SourceState state);
 
-    // Key lookup helpers used by the JSON readers: the key of a value, and the
-    // value of a key (false when the key is unknown). Keys are case-sensitive.
+    // Key lookup helpers used by the JSON readers: the key of a value (the
+    // enumerator without its prefix: "Live", "Alarm"; empty for an unknown value),
+    // and the value of a key (false when unknown). Keys are case-sensitive.
     static QString sourceModeKey(SourceMode mode);
     static bool sourceModeFromKey(const QString &key, SourceMode &mode);
     static QString valueSourceKey(ValueSource source);
