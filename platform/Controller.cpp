@@ -70,7 +70,9 @@ int Controller::checkIn(const CharString &script, const DynVar & /*args*/,
 {
     static const QRegularExpression usesLine(
         QStringLiteral("^#uses\\s+\"([^\"]*)\"\\s*(//.*)?$"));
-    const QString owner = externData ? QString::fromLatin1(externData->describe()) : QString();
+    const QString owner =
+        externData ? QStringLiteral("script of %1").arg(QString::fromLatin1(externData->describe()))
+                   : QStringLiteral("script");
     const QStringList lines = script.toQString().split(QLatin1Char('\n'));
 
     QList<std::shared_ptr<CtrlLibrary>> libraries;
@@ -81,7 +83,7 @@ int Controller::checkIn(const CharString &script, const DynVar & /*args*/,
         const QRegularExpressionMatch match = usesLine.match(line);
         if (!match.hasMatch() || match.captured(1).isEmpty()) {
             logError("Controller::checkIn",
-                     QStringLiteral("script of %1, line %2: expected #uses \"library\", got: %3")
+                     QStringLiteral("%1, line %2: expected #uses \"library\", got: %3")
                          .arg(owner).arg(i + 1).arg(line));
             return -1;
         }
@@ -106,7 +108,7 @@ std::shared_ptr<CtrlLibrary> Controller::resolveLibrary(const QString &name, int
     const QString path = Resources::findFile(relative);
     if (path.isEmpty()) {
         logError("Controller::checkIn",
-                 QStringLiteral("script of %1, line %2: unknown library \"%3\": not registered "
+                 QStringLiteral("%1, line %2: unknown library \"%3\": not registered "
                                 "and %4 not found along the project paths")
                      .arg(owner).arg(line).arg(name, relative));
         return nullptr;
@@ -119,7 +121,7 @@ std::shared_ptr<CtrlLibrary> Controller::resolveLibrary(const QString &name, int
         JsCtrlLibrary::load(base, path, *m_watchdog, m_scriptTimeout, error);
     if (!library) {
         logError("Controller::checkIn",
-                 QStringLiteral("script of %1, line %2: library \"%3\" failed to load: %4")
+                 QStringLiteral("%1, line %2: library \"%3\" failed to load: %4")
                      .arg(owner).arg(line).arg(name, error));
         return nullptr;
     }

@@ -23,6 +23,7 @@ public:
     const Variable *at(int index) const;
     Variable *at(int index);
 
+    // Takes the item; a null item is ignored.
     void append(std::unique_ptr<Variable> item);
     // Appends a copy.
     void append(const Variable &item);

@@ -25,6 +25,7 @@ public:
     Variable *getAt(const Variable &key);
     // Stores a value; an existing key keeps its position and gets the new value.
     void setAt(const Variable &key, const Variable &value);
+    // Takes key and value; nothing happens when either is null.
     void setAt(std::unique_ptr<Variable> key, std::unique_ptr<Variable> value);
     bool remove(const Variable &key);
     void clear() { m_items.clear(); }
