@@ -1,0 +1,200 @@
+#include "LogCapture.h"
+#include "ValueFilterFixedMulti.h"
+#include "ValueFilterSingleValue.h"
+#include "WFixedFilterToggleButton.h"
+#include "WFixedMultiFilterToggle.h"
+
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QtTest>
+
+namespace {
+
+const QString kColumn = QStringLiteral("acknowledged");
+
+QSharedPointer<ValueFilterFixed> fixed(const QString &kind, bool checked = false,
+                                       const QString &column = kColumn,
+                                       Constants::ValueSource source = Constants::ValueSourceAlarm)
+{
+    return QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), column, source, false, kind,
+                                                    QVariant(), checked);
+}
+
+QSharedPointer<ValueFilterFixedMulti> priorities(const QStringList &kinds = {QStringLiteral("high"),
+                                                                             QStringLiteral("low")})
+{
+    auto multi = QSharedPointer<ValueFilterFixedMulti>::create(WildcardConfig(), QStringLiteral("priority"),
+                                                               Constants::ValueSourceAlarm, false);
+    for (const QString &kind : kinds)
+        multi->addFixedFilter(fixed(kind, false, QStringLiteral("priority")));
+    return multi;
+}
+
+bool isChecked(const QSharedPointer<ValueFilterFixedMulti> &multi, const QString &kind)
+{
+    return multi->findFixedFilter(kind)->isChecked();
+}
+
+} // namespace
+
+class TestFilterWidgets : public QObject
+{
+    Q_OBJECT
+private slots:
+    void propertyMatchMessages()
+    {
+        WFixedFilterToggleButton editor(WildcardConfig(), fixed(QStringLiteral("unack")), nullptr);
+        QString error = QStringLiteral("untouched");
+        QVERIFY(editor.isPropertyMatch(fixed(QStringLiteral("other")), error));
+        QCOMPARE(error, QStringLiteral("untouched"));
+
+        QVERIFY(!editor.isPropertyMatch(fixed(QStringLiteral("x"), false, QStringLiteral("text")), error));
+        QCOMPARE(error, QStringLiteral("attempt to set filter for value 'text' to widget for column 'acknowledged'"));
+
+        QVERIFY(!editor.isPropertyMatch(
+            fixed(QStringLiteral("x"), false, kColumn, Constants::ValueSourceDerived), error));
+        QCOMPARE(error, QStringLiteral("attempt to set filter for value 'acknowledged' source 2 to widget "
+                                       "for source '0'"));
+        QVERIFY(!editor.isPropertyMatch(QSharedPointer<ValueFilter>(), error));
+    }
+
+    void toggleButtonClicks()
+    {
+        auto filter = fixed(QStringLiteral("unack"), true);
+        WFixedFilterToggleButton editor(WildcardConfig(), filter, nullptr);
+        QCOMPARE(editor.objectName(), QStringLiteral("WFilterToggleButton"));
+        QCOMPARE(editor.getColumnId(), kColumn);
+        auto *button = editor.findChild<QToolButton *>();
+        QVERIFY(button && button->isCheckable());
+        QVERIFY(button->isChecked());
+        QSignalSpy changed(&editor, SIGNAL(filterChanged()));
+
+        button->click();
+        QVERIFY(!filter->isChecked()); // the shared filter changes in place
+        QCOMPARE(changed.count(), 1);
+
+        // A click that finds the filter already in the button's state says nothing.
+        filter->setChecked(true);
+        button->click();
+        QCOMPARE(changed.count(), 1);
+
+        editor.setText(QStringLiteral("Unack"));
+        editor.setToolTip(QStringLiteral("Unacknowledged alarms"));
+        editor.setTextColor(Qt::red);
+        QCOMPARE(button->text(), QStringLiteral("Unack"));
+        QCOMPARE(button->toolTip(), QStringLiteral("Unacknowledged alarms"));
+        QCOMPARE(button->palette().color(QPalette::Disabled, QPalette::ButtonText), QColor(Qt::red));
+    }
+
+    void toggleButtonLoadsAndCopies()
+    {
+        auto filter = fixed(QStringLiteral("unack"));
+        WFixedFilterToggleButton editor(WildcardConfig(), filter, nullptr);
+        auto *button = editor.findChild<QToolButton *>();
+        QSignalSpy changed(&editor, SIGNAL(filterChanged()));
+        QString error;
+
+        QVERIFY(!editor.setFilter(QSharedPointer<ValueFilter>(), false, error));
+        QVERIFY(!editor.setFilter(QSharedPointer<ValueFilterSingleValue>::create(
+                                      WildcardConfig(), kColumn, Constants::ValueSourceAlarm, false),
+                                  false, error));
+        QVERIFY(error.isEmpty());
+        QVERIFY(!editor.setFilter(fixed(QStringLiteral("other"), true), false, error));
+        QVERIFY(error.isEmpty());
+        QVERIFY(!button->isChecked());
+
+        QVERIFY(editor.setFilter(fixed(QStringLiteral("unack"), true), true, error));
+        QVERIFY(filter->isChecked() && button->isChecked());
+        QVERIFY(filter->isMatchCase());
+        QCOMPARE(changed.count(), 0);
+
+        const QSharedPointer<ValueFilter> copy = editor.getFilter(false);
+        QVERIFY(copy && copy != filter);
+        QVERIFY(copy->isEqual(*filter));
+        QVERIFY(!filter->isMatchCase()); // the held filter takes the case rule too
+        filter->setChecked(false);
+        QVERIFY(copy.dynamicCast<ValueFilterFixed>()->isChecked());
+    }
+
+    void multiToggleButtons()
+    {
+        LogCapture log;
+        const WildcardConfig config(&log.producer);
+        auto multi = priorities();
+        WFixedMultiFilterToggle editor(config, multi, nullptr);
+        QCOMPARE(editor.getColumnId(), QStringLiteral("priority"));
+        QSignalSpy changed(&editor, SIGNAL(filterChanged()));
+
+        QToolButton unknown;
+        QVERIFY(!editor.addButton(&unknown, QStringLiteral("medium")));
+        QCOMPARE(log.lines(),
+                 QStringList{QStringLiteral("3|WFixedMultiFilterToggle::addButton(): unknown filter kind medium")});
+
+        QToolButton first;
+        QToolButton second;
+        QToolButton low;
+        for (QToolButton *b : {&first, &second, &low})
+            b->setCheckable(true);
+        QVERIFY(editor.addButton(&first, QStringLiteral("high")));
+        QVERIFY(editor.addButton(&low, QStringLiteral("low")));
+        first.click();
+        QVERIFY(isChecked(multi, QStringLiteral("high")));
+        QCOMPARE(changed.count(), 1);
+
+        // A replaced button stays connected but no longer finds itself.
+        QVERIFY(editor.addButton(&second, QStringLiteral("high")));
+        first.click();
+        QVERIFY(isChecked(multi, QStringLiteral("high")));
+        QCOMPARE(changed.count(), 1);
+        second.click(); // checked -> the filter's state already: nothing to do
+        QCOMPARE(changed.count(), 1);
+        second.click();
+        QVERIFY(!isChecked(multi, QStringLiteral("high")));
+        QCOMPARE(changed.count(), 2);
+
+        editor.setFilterState(QStringLiteral("low"), true, false);
+        QVERIFY(isChecked(multi, QStringLiteral("low")));
+        QCOMPARE(changed.count(), 2);
+        editor.setFilterState(QStringLiteral("nothing"), true, true);
+        QCOMPARE(changed.count(), 2);
+    }
+
+    void multiToggleLoadsAndCopies()
+    {
+        auto multi = priorities();
+        WFixedMultiFilterToggle editor(WildcardConfig(), multi, nullptr);
+        QToolButton high;
+        high.setCheckable(true);
+        editor.addButton(&high, QStringLiteral("high"));
+        QSignalSpy changed(&editor, SIGNAL(filterChanged()));
+        QString error;
+
+        QVERIFY(!editor.setFilter(QSharedPointer<ValueFilter>(), false, error));
+        QVERIFY(!editor.setFilter(fixed(QStringLiteral("high"), true, QStringLiteral("priority")), false, error));
+        QVERIFY(!editor.setFilter(priorities({QStringLiteral("low"), QStringLiteral("high")}), false, error));
+        QVERIFY(error.isEmpty());
+        // The property is checked before anything else.
+        QVERIFY(!editor.setFilter(fixed(QStringLiteral("x")), false, error));
+        QVERIFY(error.contains(QStringLiteral("acknowledged")));
+
+        auto shown = priorities();
+        shown->findFixedFilter(QStringLiteral("high"))->setChecked(true);
+        shown->findFixedFilter(QStringLiteral("low"))->setChecked(true);
+        QVERIFY(editor.setFilter(shown, true, error));
+        QVERIFY(high.isChecked());
+        QVERIFY(isChecked(multi, QStringLiteral("high")) && isChecked(multi, QStringLiteral("low")));
+        QVERIFY(multi->isMatchCase());
+        QCOMPARE(changed.count(), 0);
+
+        // A copy with its own case rule; the held filter keeps its own.
+        const auto copy = editor.getFilter(false).dynamicCast<ValueFilterFixedMulti>();
+        QVERIFY(copy && copy != multi);
+        QVERIFY(!copy->isMatchCase());
+        QVERIFY(multi->isMatchCase());
+        copy->findFixedFilter(QStringLiteral("high"))->setChecked(false);
+        QVERIFY(isChecked(multi, QStringLiteral("high")));
+    }
+};
+
+QTEST_MAIN(TestFilterWidgets)
+#include "tst_filterwidgets.moc"

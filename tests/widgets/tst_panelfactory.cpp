@@ -1,0 +1,262 @@
+#include "AlarmScreenConfiguration.h"
+#include "BasicSourceAndFiltersUi.h"
+#include "LogCapture.h"
+#include "QuickFilterEditor.h"
+#include "Resources.h"
+#include "SourceAndFiltersUiFactory.h"
+#include "SourceAndFiltersUiFactoryPlugin.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// The plug-in map lives for the whole process, so every case uses names of its own.
+class TestPanelFactory : public QObject
+{
+    Q_OBJECT
+private:
+    QTemporaryDir m_root;
+
+    // A fresh project directory (with a trailing separator, as project paths have).
+    QString project(const QString &name)
+    {
+        const QString path = m_root.filePath(name);
+        QDir().mkpath(path);
+        return path + QLatin1Char('/');
+    }
+
+    static bool install(const QString &projectPath, const QString &module, const QString &asName)
+    {
+        const QString dir = projectPath + QStringLiteral("bin/plugins");
+        QDir().mkpath(dir);
+        return QFile::copy(QStringLiteral(AS_TEST_PLUGIN_DIR "/") + module + QStringLiteral(".so"),
+                           dir + QLatin1Char('/') + asName + QStringLiteral(".so"));
+    }
+
+    static AlarmScreenConfiguration configFor(const QString &pluginName, bool noPanel = false)
+    {
+        AlarmScreenConfiguration config;
+        FilterWidgetConfiguration widgets;
+        widgets.setPanelPluginName(pluginName);
+        widgets.setNoPanel(noPanel);
+        config.setFilterWidgetConfig(widgets);
+        return config;
+    }
+
+    static QString trying(const QString &projectPath, const QString &name)
+    {
+        return projectPath + QStringLiteral("bin/plugins/") + name + QStringLiteral(".so");
+    }
+
+private slots:
+    void initTestCase() { QVERIFY(m_root.isValid()); }
+
+    void builtInPanelWithoutPluginName()
+    {
+        LogCapture log(MsgLoggerEnums::ShortFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+        QWidget parent;
+        QScopedPointer<SourceAndFiltersUi> panel(factory.create(configFor(QString()), &parent));
+        QVERIFY(qobject_cast<BasicSourceAndFiltersUi *>(panel.data()));
+        QCOMPARE(panel->parentWidget(), &parent);
+        QVERIFY(panel->getQuickFilterEditor());
+        QVERIFY(!panel->getStructuredFilterUi());
+        QVERIFY(panel->getTabGroups().isEmpty());
+
+        QStringList list{QStringLiteral("kept")};
+        QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QString()), list));
+        QVERIFY(qobject_cast<BasicSourceAndFiltersUi *>(page.data()));
+        QVERIFY(!page->parent());
+        QCOMPARE(list, QStringList{QStringLiteral("kept")});
+
+        QVERIFY(!factory.create(configFor(QStringLiteral("anything"), true), &parent));
+        QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QString(), true), list));
+        QVERIFY(log.lines().isEmpty());
+        QVERIFY(!SourceAndFiltersUiFactory::getAllPlugins().contains(QStringLiteral("anything")));
+    }
+
+    void builtInPanelLayoutAndQuickFilter()
+    {
+        AlarmScreenConfiguration config = configFor(QString());
+        config.setWildcardConfig(WildcardConfig(nullptr, QLatin1Char('*'), QLatin1Char('~')));
+        BasicSourceAndFiltersUi panel(config, nullptr);
+        QCOMPARE(panel.layout()->contentsMargins(), QMargins(2, 0, 2, 0));
+        QCOMPARE(panel.layout()->spacing(), 2);
+        QCOMPARE(panel.getQuickFilterEditor()->parentWidget(), &panel);
+        QCOMPARE(panel.getQuickFilterEditor()->placeholderText(), QStringLiteral("*"));
+    }
+
+    void validPluginIsLoadedOnce()
+    {
+        const QString proj = project(QStringLiteral("valid"));
+        QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("good1")));
+        Resources::setProjectPaths({proj});
+        LogCapture log(MsgLoggerEnums::ShortFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QWidget parent;
+        SourceAndFiltersUi *panel = factory.create(configFor(QStringLiteral("good1")), &parent);
+        QVERIFY(panel);
+        QCOMPARE(panel->objectName(), QStringLiteral("pluginPanel"));
+        QCOMPARE(panel->parentWidget(), &parent);
+        const QString path = trying(proj, QStringLiteral("good1"));
+        QCOMPARE(log.lines(), (QStringList{
+                                  QStringLiteral("0|loadPlugin: loading plugin good1"),
+                                  QStringLiteral("0|loadPluginInBinDir: trying to load ") + path,
+                                  QStringLiteral("0|loadPluginInBinDir: plugin loaded ") + path,
+                                  QStringLiteral("0|loadPlugin: plugin good1 has been loaded from ") + proj
+                                      + QStringLiteral("bin/"),
+                              }));
+        QVERIFY(SourceAndFiltersUiFactory::getAllPlugins().value(QStringLiteral("good1")));
+
+        log.clear();
+        QStringList list;
+        QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QStringLiteral("good1")), list));
+        QCOMPARE(page->objectName(), QStringLiteral("pluginPage"));
+        QCOMPARE(list, QStringList{QStringLiteral("fromPlugin")});
+        // Another factory shares the process's plug-ins.
+        SourceAndFiltersUiFactory other(&log.producer);
+        QVERIFY(other.create(configFor(QStringLiteral("good1")), &parent));
+        QVERIFY(log.lines().isEmpty());
+    }
+
+    void pluginOfAnotherInterface()
+    {
+        const QString proj = project(QStringLiteral("other"));
+        QVERIFY(install(proj, QStringLiteral("otherinterface"), QStringLiteral("other1")));
+        Resources::setProjectPaths({proj});
+        LogCapture log(MsgLoggerEnums::ShortFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QVERIFY(!factory.create(configFor(QStringLiteral("other1")), nullptr));
+        const QString path = trying(proj, QStringLiteral("other1"));
+        QCOMPARE(log.lines(),
+                 (QStringList{
+                     QStringLiteral("0|loadPlugin: loading plugin other1"),
+                     QStringLiteral("0|loadPluginInBinDir: trying to load ") + path,
+                     QStringLiteral("2|loadPluginInBinDir: loaded plugin is of wrong type ") + path,
+                     QStringLiteral("2|loadPlugin: Plugin for building source & filters UI (other1) is not loaded"),
+                     QStringLiteral("2|create: No plugin found/loaded: other1"),
+                 }));
+        QVERIFY(SourceAndFiltersUiFactory::getAllPlugins().contains(QStringLiteral("other1")));
+        QVERIFY(!SourceAndFiltersUiFactory::getAllPlugins().value(QStringLiteral("other1")));
+    }
+
+    void fileThatIsNoPlugin()
+    {
+        const QString proj = project(QStringLiteral("bogus"));
+        QDir().mkpath(proj + QStringLiteral("bin/plugins"));
+        QFile file(trying(proj, QStringLiteral("bogus1")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("this is not a shared library\n");
+        file.close();
+        Resources::setProjectPaths({proj});
+        LogCapture log(MsgLoggerEnums::NoFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QVERIFY(!factory.loadPlugin(QStringLiteral("bogus1")));
+        const QStringList lines = log.lines();
+        QCOMPARE(lines.size(), 4);
+        QCOMPARE(lines.at(1), QStringLiteral("0|trying to load ") + file.fileName());
+        QVERIFY2(lines.at(2).startsWith(QStringLiteral("2|plugin is not loaded: "))
+                     && lines.at(2).size() > QStringLiteral("2|plugin is not loaded: ").size(),
+                 qPrintable(lines.at(2)));
+        QCOMPARE(lines.at(3), QStringLiteral("2|Plugin for building source & filters UI (bogus1) is not loaded"));
+    }
+
+    void missingPluginIsSearchedOnce()
+    {
+        const QString withPlugins = project(QStringLiteral("missingA"));
+        const QString withoutBin = project(QStringLiteral("missingB"));
+        QDir().mkpath(withPlugins + QStringLiteral("bin/plugins"));
+        Resources::setProjectPaths({withPlugins, withoutBin});
+        LogCapture log(MsgLoggerEnums::ShortFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
+        QCOMPARE(log.lines(),
+                 (QStringList{
+                     QStringLiteral("0|loadPlugin: loading plugin missing1"),
+                     QStringLiteral("0|loadPluginInBinDir: no plugins directory under ") + withoutBin
+                         + QStringLiteral("bin/"),
+                     QStringLiteral("0|loadPluginInBinDir: file missing1.so does not exist in ") + withPlugins
+                         + QStringLiteral("bin/plugins"),
+                     QStringLiteral("2|loadPlugin: Plugin for building source & filters UI (missing1) is not loaded"),
+                     QStringLiteral("2|create: No plugin found/loaded: missing1"),
+                 }));
+
+        // Installing it later changes nothing: a failed name is not tried again.
+        QVERIFY(install(withPlugins, QStringLiteral("goodpanel"), QStringLiteral("missing1")));
+        log.clear();
+        QStringList list;
+        QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
+        QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QStringLiteral("missing1")), list));
+        QCOMPARE(log.lines(), (QStringList{QStringLiteral("2|create: No plugin found/loaded: missing1"),
+                                           QStringLiteral("2|buildStructuredFilterPageUi: No plugin found/loaded: "
+                                                          "missing1")}));
+    }
+
+    void projectPathsAreSearchedLastFirst()
+    {
+        const QString sub = project(QStringLiteral("orderSub"));
+        const QString proj = project(QStringLiteral("orderProj"));
+        QVERIFY(install(sub, QStringLiteral("goodpanel"), QStringLiteral("order1")));
+        QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("order1")));
+        QVERIFY(install(sub, QStringLiteral("goodpanel"), QStringLiteral("order2")));
+        Resources::setProjectPaths({sub, proj});
+        LogCapture log(MsgLoggerEnums::NoFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QVERIFY(factory.loadPlugin(QStringLiteral("order1")));
+        QCOMPARE(log.lines().last(),
+                 QStringLiteral("0|plugin order1 has been loaded from ") + proj + QStringLiteral("bin/"));
+        QVERIFY(!log.lines().join('\n').contains(sub));
+
+        log.clear();
+        QVERIFY(factory.loadPlugin(QStringLiteral("order2")));
+        QCOMPARE(log.lines(), (QStringList{
+                                  QStringLiteral("0|loading plugin order2"),
+                                  QStringLiteral("0|file order2.so does not exist in ") + proj
+                                      + QStringLiteral("bin/plugins"),
+                                  QStringLiteral("0|trying to load ") + trying(sub, QStringLiteral("order2")),
+                                  QStringLiteral("0|plugin loaded ") + trying(sub, QStringLiteral("order2")),
+                                  QStringLiteral("0|plugin order2 has been loaded from ") + sub
+                                      + QStringLiteral("bin/"),
+                              }));
+    }
+
+    void namesLeadingOutOfThePluginsDirectoryAreRefused_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("parent") << QStringLiteral("../evil");
+        QTest::newRow("sub-directory") << QStringLiteral("plugins/evil");
+        QTest::newRow("backslash") << QStringLiteral("..\\evil");
+        QTest::newRow("dots alone") << QStringLiteral("..");
+    }
+    void namesLeadingOutOfThePluginsDirectoryAreRefused()
+    {
+        QFETCH(QString, name);
+        const QString proj = project(QStringLiteral("evil"));
+        QDir().mkpath(proj + QStringLiteral("bin/plugins/plugins"));
+        QFile::remove(proj + QStringLiteral("bin/evil.so"));
+        QFile::remove(proj + QStringLiteral("bin/plugins/plugins/evil.so"));
+        QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("../evil")));
+        QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("plugins/evil")));
+        Resources::setProjectPaths({proj});
+        LogCapture log(MsgLoggerEnums::ShortFuncName);
+        SourceAndFiltersUiFactory factory(&log.producer);
+
+        QVERIFY(!factory.create(configFor(name), nullptr));
+        const QString refused = QStringLiteral("plugin name ") + name + QStringLiteral(" is not a plain file name, refused");
+        QCOMPARE(log.lines(), (QStringList{QStringLiteral("0|loadPlugin: loading plugin ") + name,
+                                           QStringLiteral("2|loadPlugin: ") + refused,
+                                           QStringLiteral("2|create: No plugin found/loaded: ") + name}));
+        log.clear();
+        QVERIFY(!factory.loadPluginInBinDir(proj + QStringLiteral("bin/"), name));
+        QCOMPARE(log.lines(), QStringList{QStringLiteral("2|loadPluginInBinDir: ") + refused});
+    }
+};
+
+QTEST_MAIN(TestPanelFactory)
+#include "tst_panelfactory.moc"

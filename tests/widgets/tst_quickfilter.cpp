@@ -1,0 +1,233 @@
+#include "QuickFilterEditor.h"
+#include "QuickFilterOptions.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QToolTip>
+#include <QtTest>
+
+namespace {
+
+const QColor kYellow(255, 255, 192);
+const QColor kRed(255, 160, 160);
+
+QColor background(const QuickFilterEditor &editor)
+{
+    return editor.palette().color(editor.backgroundRole());
+}
+
+bool isNormal(const QuickFilterEditor &editor)
+{
+    return background(editor) == QApplication::palette().color(editor.backgroundRole());
+}
+
+QuickCellFilter filterOf(const QSignalSpy &spy, int index = -1)
+{
+    return spy.at(index < 0 ? spy.count() - 1 : index).at(0).value<QuickCellFilter>();
+}
+
+template <typename T>
+T *child(const QuickFilterEditor &editor, const char *name)
+{
+    return editor.getOptions()->findChild<T *>(QLatin1String(name));
+}
+
+} // namespace
+
+class TestQuickFilter : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_editor.reset(new QuickFilterEditor(nullptr));
+        m_editor->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_editor.data()));
+        m_modified.reset(new QSignalSpy(m_editor.data(), SIGNAL(filterModified(QuickCellFilter))));
+    }
+    void cleanup()
+    {
+        m_modified.reset();
+        m_editor.reset();
+    }
+
+    void typingMarksNotAppliedAndReturnEmits()
+    {
+        QVERIFY(isNormal(*m_editor));
+        QTest::keyClicks(m_editor.data(), QStringLiteral("pump*"));
+        QCOMPARE(background(*m_editor), kYellow);
+        QCOMPARE(m_modified->count(), 0);
+
+        QTest::keyClick(m_editor.data(), Qt::Key_Return);
+        QCOMPARE(m_modified->count(), 1);
+        QCOMPARE(filterOf(*m_modified).getString(), QStringLiteral("pump*"));
+        QCOMPARE(filterOf(*m_modified).getMode(), 1);
+        QCOMPARE(background(*m_editor), kYellow); // until the owner applies it
+
+        m_editor->setSelection(0, 2);
+        m_editor->setAppliedFilter(filterOf(*m_modified));
+        QVERIFY(isNormal(*m_editor));
+        QVERIFY(!m_editor->hasSelectedText());
+        QCOMPARE(m_editor->cursorPosition(), 5);
+
+        // Typing back to the applied text makes it normal again.
+        QTest::keyClick(m_editor.data(), Qt::Key_Backspace);
+        QCOMPARE(background(*m_editor), kYellow);
+        QTest::keyClicks(m_editor.data(), QStringLiteral("*"));
+        QVERIFY(isNormal(*m_editor));
+        QCOMPARE(m_modified->count(), 1);
+    }
+
+    void invalidRegularExpressionIsNeverEmitted()
+    {
+        child<QRadioButton>(*m_editor, "radioButtonRegExp")->click();
+        QCOMPARE(m_editor->getEditedFilter().getMode(), 2);
+        QTest::keyClicks(m_editor.data(), QStringLiteral("a(b"));
+        QCOMPARE(background(*m_editor), kRed);
+        QCOMPARE(QToolTip::text(), QStringLiteral("Incorrect pattern: a(b"));
+        QTest::keyClick(m_editor.data(), Qt::Key_Return);
+        QCOMPARE(m_modified->count(), 0);
+
+        // Closing the bracket makes it valid (and not applied).
+        QTest::keyClicks(m_editor.data(), QStringLiteral(")"));
+        QCOMPARE(background(*m_editor), kYellow);
+        QTest::keyClick(m_editor.data(), Qt::Key_Return);
+        QCOMPARE(m_modified->count(), 1);
+        QCOMPARE(filterOf(*m_modified).getString(), QStringLiteral("a(b)"));
+
+        // The same text is fine as a literal string, and invalid again as a
+        // regular expression: the mode change alone turns it red.
+        m_editor->setText(QStringLiteral("x["));
+        QCOMPARE(background(*m_editor), kRed);
+        child<QRadioButton>(*m_editor, "radioButtonString")->click();
+        QCOMPARE(background(*m_editor), kYellow);
+        child<QRadioButton>(*m_editor, "radioButtonRegExp")->click();
+        QCOMPARE(background(*m_editor), kRed);
+        QCOMPARE(m_modified->count(), 1);
+    }
+
+    void optionsChangeWithoutEmitting()
+    {
+        QuickCellFilter applied;
+        applied.setString(QStringLiteral("a*"));
+        m_editor->setAppliedFilter(applied);
+        QVERIFY(isNormal(*m_editor));
+
+        auto *matchCase = child<QCheckBox>(*m_editor, "checkBoxMatchCase");
+        auto *fullColumn = child<QCheckBox>(*m_editor, "checkBoxMatchFullColumn");
+        matchCase->click();
+        QCOMPARE(background(*m_editor), kYellow);
+        matchCase->click();
+        QVERIFY(isNormal(*m_editor));
+        fullColumn->click();
+        QCOMPARE(background(*m_editor), kYellow);
+        child<QRadioButton>(*m_editor, "radioButtonString")->click();
+        QCOMPARE(m_modified->count(), 0);
+
+        QTest::keyClick(m_editor.data(), Qt::Key_Return);
+        QCOMPARE(m_modified->count(), 1);
+        const QuickCellFilter emitted = filterOf(*m_modified);
+        QCOMPARE(emitted.getMode(), 0);
+        QVERIFY(emitted.isMatchFullColumn());
+        QVERIFY(!emitted.isMatchCase());
+        QCOMPARE(emitted.getString(), QStringLiteral("a*"));
+
+        // The popup follows the filter in force.
+        QuickCellFilter regExp;
+        regExp.setMode(2);
+        regExp.setMatchCase(true);
+        m_editor->setAppliedFilter(regExp);
+        QVERIFY(child<QRadioButton>(*m_editor, "radioButtonRegExp")->isChecked());
+        QVERIFY(matchCase->isChecked());
+        QVERIFY(!fullColumn->isChecked());
+        QVERIFY(isNormal(*m_editor));
+    }
+
+    void oneClickOnARadioButtonAnnouncesOneMode()
+    {
+        QuickFilterOptions options(nullptr, nullptr);
+        QSignalSpy modes(&options, SIGNAL(modeChanged(int)));
+        QuickCellFilter filter;
+        options.setFilterOptions(filter);
+        QCOMPARE(modes.count(), 0);
+        options.findChild<QRadioButton *>(QStringLiteral("radioButtonRegExp"))->click();
+        options.findChild<QRadioButton *>(QStringLiteral("radioButtonRegExp"))->click();
+        options.findChild<QRadioButton *>(QStringLiteral("radioButtonWildCard"))->click();
+        QCOMPARE(modes.count(), 2);
+        QCOMPARE(modes.at(0).at(0).toInt(), 2);
+        QCOMPARE(modes.at(1).at(0).toInt(), 1);
+        QVERIFY(options.windowFlags().testFlag(Qt::Popup));
+    }
+
+    void clearButtonAppliesTheEmptyFilter()
+    {
+        QuickCellFilter applied;
+        applied.setString(QStringLiteral("abc"));
+        m_editor->setAppliedFilter(applied);
+        auto *clearButton = m_editor->findChild<QToolButton *>();
+        QVERIFY(clearButton);
+        // The leading options button comes second; the clear button is the one
+        // without the options tool tip.
+        const QList<QToolButton *> buttons = m_editor->findChildren<QToolButton *>();
+        for (QToolButton *button : buttons) {
+            if (button->defaultAction() && button->defaultAction()->toolTip() != QStringLiteral("Edit options"))
+                clearButton = button;
+        }
+        clearButton->click();
+        QVERIFY(m_editor->text().isEmpty());
+        QVERIFY(m_modified->count() >= 1);
+        QVERIFY(filterOf(*m_modified).getString().isEmpty());
+        QVERIFY(filterOf(*m_modified).isEmpty());
+        QVERIFY(filterOf(*m_modified, 0).getString().isEmpty());
+    }
+
+    void clearTakesTheEmptyFilterAsApplied()
+    {
+        QTest::keyClicks(m_editor.data(), QStringLiteral("abc"));
+        QCOMPARE(background(*m_editor), kYellow);
+        m_editor->clear();
+        QVERIFY(m_editor->text().isEmpty());
+        QVERIFY(isNormal(*m_editor));
+        QVERIFY(m_editor->getAppliedFilter() == m_editor->getEditedFilter());
+        QCOMPARE(m_modified->count(), 0);
+    }
+
+    void optionsPopupToggles()
+    {
+        QAction *setup = nullptr;
+        for (QAction *action : m_editor->actions()) {
+            if (action->toolTip() == QStringLiteral("Edit options"))
+                setup = action;
+        }
+        QVERIFY(setup);
+        QVERIFY(!setup->icon().isNull());
+        QuickFilterOptions *options = m_editor->getOptions();
+        setup->trigger();
+        QVERIFY(options->isVisible());
+        QCOMPARE(options->pos(), m_editor->mapToGlobal(QPoint(0, m_editor->height() - 1)));
+        QCOMPARE(options->frameShape(), QFrame::Box);
+        setup->trigger();
+        QVERIFY(!options->isVisible());
+    }
+
+    void wildcardConfigGivesThePlaceholder()
+    {
+        m_editor->setWildcardConfig(WildcardConfig(nullptr, QLatin1Char('*'), QChar()));
+        QVERIFY(m_editor->placeholderText().isEmpty());
+        m_editor->setWildcardConfig(WildcardConfig(nullptr, QLatin1Char('%'), QLatin1Char('~')));
+        QCOMPARE(m_editor->placeholderText(), QStringLiteral("%"));
+        QCOMPARE(m_editor->getEditedFilter().getWildCardConfig().getMatchAllChar(), QLatin1Char('%'));
+        QCOMPARE(m_editor->getAppliedFilter().getWildCardConfig().getMatchAllChar(), QLatin1Char('%'));
+    }
+
+private:
+    QScopedPointer<QuickFilterEditor> m_editor;
+    QScopedPointer<QSignalSpy> m_modified;
+};
+
+QTEST_MAIN(TestQuickFilter)
+#include "tst_quickfilter.moc"

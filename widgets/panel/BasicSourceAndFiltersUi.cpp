@@ -1,0 +1,27 @@
+#include "BasicSourceAndFiltersUi.h"
+
+#include "AlarmScreenConfiguration.h"
+#include "QuickFilterEditor.h"
+
+#include <QVBoxLayout>
+
+BasicSourceAndFiltersUi::BasicSourceAndFiltersUi(const AlarmScreenConfiguration &config,
+                                                 QWidget *parent)
+    : SourceAndFiltersUi(config, parent)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(2, 0, 2, 0);
+    layout->setSpacing(2);
+
+    auto *quickFilter = new QuickFilterEditor(nullptr);
+    quickFilter->setWildcardConfig(config.getWildcardConfig());
+    layout->addWidget(quickFilter);
+    setQuickFilterEditor(quickFilter);
+}
+
+BasicSourceAndFiltersUi::~BasicSourceAndFiltersUi() = default;
+
+QList<QWidget *> BasicSourceAndFiltersUi::getTabGroups() const
+{
+    return {};
+}
