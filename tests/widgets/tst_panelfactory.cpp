@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLayout>
 #include <QTemporaryDir>
 #include <QtTest>
 

@@ -19,7 +19,7 @@ QuickFilterEditor::QuickFilterEditor(QWidget *parent)
     // Clearing applies the empty filter at once, as Return would.
     const QList<QAction *> actions = findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
     for (QAction *action : actions)
-        connect(action, &QAction::triggered, this, &QLineEdit::editingFinished);
+        connect(action, &QAction::triggered, this, &QuickFilterEditor::clearButtonTriggered);
 
     QAction *setup = addAction(QIcon(QStringLiteral(":vesk/icons/settingsEdit.png")),
                                QLineEdit::LeadingPosition);
@@ -80,6 +80,15 @@ void QuickFilterEditor::newText(const QString &text)
 {
     if (validateString(text))
         compareFilters();
+}
+
+void QuickFilterEditor::clearButtonTriggered()
+{
+    // The button's action fires before the line edit empties itself; finishing
+    // the edit now would report the text that is being cleared.
+    if (!text().isEmpty())
+        QLineEdit::clear();
+    emit editingFinished();
 }
 
 void QuickFilterEditor::textEditingFinished()

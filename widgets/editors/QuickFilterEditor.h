@@ -43,6 +43,9 @@ public slots:
     void modeChanged(int mode);
     void textEditingFinished();
 
+private slots:
+    void clearButtonTriggered();
+
 private:
     bool validateString(const QString &text);
     void compareFilters();
