@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Builds the benchmarks in Release (build-bench/) and runs them. Each figure is
+# printed with its ratio to a baseline measured in the same run.
+set -euo pipefail
+
+src="$(cd "$(dirname "$0")/.." && pwd)"
+build="$src/build-bench"
+"$src/tools/setup.sh" "$build" -DCMAKE_BUILD_TYPE=Release -DAS_BUILD_TESTS=OFF -DAS_BUILD_BENCH=ON
+export QT_QPA_PLATFORM=offscreen
+"$build/bench/alarmscreen_bench" "$@"
