@@ -2,6 +2,7 @@
 
 #include "AlarmScreenConfiguration.h"
 #include "QuickFilterEditor.h"
+#include "SourceUiLong.h"
 
 #include <QVBoxLayout>
 
@@ -12,6 +13,11 @@ BasicSourceAndFiltersUi::BasicSourceAndFiltersUi(const AlarmScreenConfiguration 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 0, 2, 0);
     layout->setSpacing(2);
+
+    auto *sourceUi = new SourceUiLong(config, nullptr);
+    sourceUi->setMayApplySettings(true);
+    layout->addWidget(sourceUi);
+    setSourceUi(sourceUi);
 
     auto *quickFilter = new QuickFilterEditor(nullptr);
     quickFilter->setWildcardConfig(config.getWildcardConfig());

@@ -1,0 +1,386 @@
+#include "AlarmScreenConfiguration.h"
+#include "EwoActions.h"
+#include "MsgLoggerModel.h"
+#include "SourceAndFilter.h"
+#include "SourceStateStyle.h"
+#include "SourceUiLong.h"
+#include "SysOracleArchive.h"
+#include "SystemSelectionModel.h"
+#include "SystemSelectionTable.h"
+#include "TimeRangeEditor.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+const QStringList Systems{"Dist1", "Dist2", "Plant_A", "Plant_B", "Sys10"};
+
+// Lets the test move the start of the measured query instead of waiting.
+class TestableSource : public SourceUiLong
+{
+public:
+    using SourceUiLong::SourceUiLong;
+    void startedSecondsAgo(qint64 seconds) { m_queryStart = QDateTime::currentDateTime().addSecs(-seconds); }
+    QDateTime queryStart() const { return m_queryStart; }
+};
+
+struct Fixture {
+    QSharedPointer<MsgLoggerModel> log = QSharedPointer<MsgLoggerModel>::create();
+    AlarmScreenConfiguration config;
+    QScopedPointer<TestableSource> source;
+    QScopedPointer<QSignalSpy> changed;
+    Fixture()
+    {
+        SysOracleArchive::getInstance()->setSystems(Systems);
+        config.setLogThreshold(4);
+        config.setLogUserLogThreshold(0);
+        config.setLogFunc(0);
+        config.setLogBuffer(log);
+        source.reset(new TestableSource(config));
+        source->show();
+        changed.reset(new QSignalSpy(source.data(), &SourceUi::changed));
+    }
+    template <typename T> T *child(const char *name) const
+    {
+        return source->findChild<T *>(QLatin1String(name));
+    }
+    bool shown(const char *name) const { return !child<QWidget>(name)->isHidden(); }
+    QString text(const char *name) const { return child<QLabel>(name)->text(); }
+    void activateMode(int index) const
+    {
+        auto *combo = child<QComboBox>("comboBoxMode");
+        combo->setCurrentIndex(index);
+        emit combo->activated(index); // as the operator's choice does
+    }
+    SourceAndFilter filter() const
+    {
+        SourceAndFilter result(&config);
+        source->addToFilter(result);
+        return result;
+    }
+    QString lastLog() const
+    {
+        return log->data(log->index(log->rowCount() - 1, MsgLoggerModel::TextColumn)).toString();
+    }
+};
+
+QColor fillOf(const QLabel *label)
+{
+    return label->autoFillBackground() ? label->palette().color(QPalette::Window) : QColor();
+}
+
+} // namespace
+
+class TestSourceUiLong : public QObject
+{
+    Q_OBJECT
+private slots:
+    void modeSwitching();
+    void historyStartsFromConnectedSystems();
+    void prepareArchiveMode_data();
+    void prepareArchiveMode();
+    void prepareArchiveModeWithUnknownSystem();
+    void addToFilterResetsSelectionKind();
+    void stateTable_data();
+    void stateTable();
+    void clockAcrossMeasuredStates();
+    void elapsedTimeBeyond99Hours();
+    void countsTextSwapsArguments();
+    void filterModifiedNeedsMayApply();
+    void buttons();
+    void popupsToggleBelowTheirButtons();
+    void selectionAndTimeRangeShown();
+    void actionRights();
+};
+
+void TestSourceUiLong::modeSwitching()
+{
+    Fixture f;
+    QCOMPARE(f.filter().getSourceMode(), Constants::SourceModeLive);
+    QVERIFY(!f.shown("pushButtonTimeRange"));
+    QVERIFY(!f.shown("pushButtonSystems"));
+
+    f.activateMode(1);
+    f.activateMode(1);
+    QCOMPARE(f.changed->count(), 1);
+    QCOMPARE(f.filter().getSourceMode(), Constants::SourceModeHistory);
+    QVERIFY(f.shown("pushButtonTimeRange"));
+    QVERIFY(f.shown("pushButtonSystems"));
+
+    f.activateMode(0);
+    QCOMPARE(f.changed->count(), 2);
+    QCOMPARE(f.filter().getSourceMode(), Constants::SourceModeLive);
+    QVERIFY(!f.shown("pushButtonSystems"));
+
+    f.source->sourceModeIndexActivated(7);
+    QCOMPARE(f.changed->count(), 2);
+    QCOMPARE(f.lastLog(), QStringLiteral("unexpected combo box index for new mode: 7"));
+    QCOMPARE(f.filter().getSourceMode(), Constants::SourceModeLive);
+}
+
+void TestSourceUiLong::historyStartsFromConnectedSystems()
+{
+    Fixture f;
+    f.source->connectedSystemsChanged({"Dist2", "Sys10"});
+    f.activateMode(1);
+    QCOMPARE(f.filter().getSystems(), (QStringList{"Dist2", "Sys10"}));
+
+    // The operator's own choice survives the next switch to history.
+    f.activateMode(0);
+    QVERIFY(f.source->getSystemSelectionTable()->getModel()->setData(
+        f.source->getSystemSelectionTable()->getModel()->index(0, 0), Qt::Checked, Qt::CheckStateRole));
+    f.activateMode(1);
+    QCOMPARE(f.filter().getSystems(), (QStringList{"Dist2", "Sys10", "Dist1"}));
+}
+
+void TestSourceUiLong::prepareArchiveMode_data()
+{
+    QTest::addColumn<int>("spec");
+    QTest::addColumn<QStringList>("systems");
+    QTest::addColumn<QStringList>("expectedSystems");
+    QTest::newRow("local time, chosen systems") << int(Qt::LocalTime) << QStringList{"Plant_B", "Dist1"}
+                                                << QStringList{"Plant_B", "Dist1"};
+    QTest::newRow("UTC, chosen systems") << int(Qt::UTC) << QStringList{"Sys10"} << QStringList{"Sys10"};
+    QTest::newRow("no systems: connected ones") << int(Qt::LocalTime) << QStringList() << QStringList{"Dist2"};
+}
+
+void TestSourceUiLong::prepareArchiveMode()
+{
+    QFETCH(int, spec);
+    QFETCH(QStringList, systems);
+    QFETCH(QStringList, expectedSystems);
+    Fixture f;
+    f.source->connectedSystemsChanged({"Dist2"});
+    f.source->setTimeSpec(Qt::TimeSpec(spec));
+    const QDateTime start(QDate(2024, 3, 1), QTime(8, 0, 0, 500), Qt::UTC);
+    const QDateTime end = start.addSecs(7200);
+
+    QCOMPARE(f.source->prepareArchiveMode(start, end, systems), QString());
+    QVERIFY(!f.changed->isEmpty()); // the systems chosen and the mode each announce a change
+    f.changed->clear();
+    QCOMPARE(f.child<QComboBox>("comboBoxMode")->currentIndex(), 1);
+    const SourceAndFilter filter = f.filter();
+    QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
+    QCOMPARE(filter.getSystems(), expectedSystems);
+    const TimeRange &range = filter.getTimeRange();
+    QCOMPARE(range.getRangeType(), TimeRange::CustomInterval);
+    QCOMPARE(range.getStartTime().toSecsSinceEpoch(), start.toSecsSinceEpoch());
+    QCOMPARE(range.getEndTime().toSecsSinceEpoch(), end.toSecsSinceEpoch());
+    QCOMPARE(range.getTimeSpec(), Qt::TimeSpec(spec));
+    QCOMPARE(f.child<QPushButton>("pushButtonTimeRange")->text(), range.getDescription());
+    // The pop-up edits the requested range, not the one it was built with.
+    QCOMPARE(f.source->getTimeRangeEditor()->getTimeRange(), range);
+
+    f.source->prepareOnlineMode();
+    QCOMPARE(f.changed->count(), 1);
+    QCOMPARE(f.child<QComboBox>("comboBoxMode")->currentIndex(), 0);
+    QCOMPARE(f.filter().getSourceMode(), Constants::SourceModeLive);
+}
+
+void TestSourceUiLong::prepareArchiveModeWithUnknownSystem()
+{
+    Fixture f;
+    const TimeRange before = f.filter().getTimeRange();
+    const QDateTime now = QDateTime::currentDateTime();
+    QCOMPARE(f.source->prepareArchiveMode(now.addSecs(-60), now, {"Dist1", "Atlantis"}),
+             QStringLiteral("Unknwon system name: Atlantis"));
+    QCOMPARE(f.changed->count(), 0);
+    QCOMPARE(f.child<QComboBox>("comboBoxMode")->currentIndex(), 0);
+    const SourceAndFilter filter = f.filter();
+    QCOMPARE(filter.getSourceMode(), Constants::SourceModeLive);
+    QCOMPARE(filter.getSystems(), QStringList());
+    QCOMPARE(filter.getTimeRange(), before);
+}
+
+void TestSourceUiLong::addToFilterResetsSelectionKind()
+{
+    Fixture f;
+    QCOMPARE(f.source->getSystemSelectionTable()->setSelectedSystems({"Plant_A"}), QString());
+    SourceAndFilter filter(&f.config);
+    filter.setSelectionKind(SourceAndFilter::SelectByDpNames);
+    filter.setSystems({"Elsewhere"});
+    filter.setSourceMode(Constants::SourceModeHistory);
+    f.source->addToFilter(filter);
+    QCOMPARE(filter.getSelectionKind(), int(SourceAndFilter::SelectBySystems));
+    QCOMPARE(filter.getSystems(), QStringList{"Plant_A"});
+    QCOMPARE(filter.getSourceMode(), Constants::SourceModeLive);
+}
+
+void TestSourceUiLong::stateTable_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("abortShown");
+    QTest::addColumn<bool>("labelsShown");
+    QTest::addColumn<QColor>("color");
+    const QColor busy(255, 255, 192, 255);
+    const QColor bad(255, 192, 192, 255);
+    QTest::newRow("0 disconnected") << 0 << false << false << bad;
+    QTest::newRow("1 no query") << 1 << false << false << QColor();
+    QTest::newRow("2") << 2 << false << false << busy;
+    QTest::newRow("3") << 3 << false << false << busy;
+    QTest::newRow("4 live") << 4 << false << false << QColor();
+    QTest::newRow("5 starting") << 5 << true << true << busy;
+    QTest::newRow("6 running") << 6 << true << true << busy;
+    QTest::newRow("7 finished") << 7 << false << true << QColor();
+    QTest::newRow("8 failed") << 8 << false << true << bad;
+    QTest::newRow("9 aborted") << 9 << false << true << QColor();
+}
+
+void TestSourceUiLong::stateTable()
+{
+    QFETCH(int, state);
+    QFETCH(bool, abortShown);
+    QFETCH(bool, labelsShown);
+    QFETCH(QColor, color);
+    Fixture f;
+    // Come from the opposite corner of the table so that every property changes.
+    f.source->displaySourceState(state >= 5 ? Constants::SourceDisconnected : Constants::QueryRunning);
+    f.source->displaySourceState(Constants::SourceState(state));
+    QCOMPARE(f.shown("pushButtonAbort"), abortShown);
+    QCOMPARE(f.shown("lineAbort"), abortShown);
+    QCOMPARE(f.shown("labelState"), labelsShown);
+    QCOMPARE(f.shown("labelTime"), labelsShown);
+    QCOMPARE(f.shown("labelCounts"), labelsShown);
+    QCOMPARE(f.text("labelState"), Constants::getSourceStateVisibleName(Constants::SourceState(state)));
+    QCOMPARE(fillOf(f.child<QLabel>("labelState")), color);
+    QCOMPARE(f.source->queryStart().isValid(), state == 5 || state == 6);
+}
+
+void TestSourceUiLong::clockAcrossMeasuredStates()
+{
+    Fixture f;
+    f.source->displaySourceState(Constants::QueryStarting);
+    f.source->startedSecondsAgo(3725);
+    const QDateTime firstStart = f.source->queryStart();
+    f.source->displaySourceState(Constants::QueryRunning);
+    QCOMPARE(f.source->queryStart(), firstStart);
+    f.source->stateTimerTick();
+    QCOMPARE(f.text("labelTime"), QStringLiteral("01:02:05"));
+
+    f.source->displaySourceState(Constants::QueryFinished);
+    QVERIFY(!f.source->queryStart().isValid());
+    f.source->stateTimerTick();
+    QCOMPARE(f.text("labelTime"), QStringLiteral("01:02:05")); // the time spent stays readable
+
+    f.source->displaySourceState(Constants::QueryStarting); // a new query measures afresh
+    f.source->stateTimerTick();
+    QCOMPARE(f.text("labelTime"), QStringLiteral("00:00:00"));
+
+    // While the labels are hidden (live states) nothing is measured or shown.
+    f.source->displaySourceState(Constants::SourceLive);
+    f.source->stateTimerTick();
+    QVERIFY(!f.shown("labelTime"));
+}
+
+void TestSourceUiLong::elapsedTimeBeyond99Hours()
+{
+    Fixture f;
+    f.source->displaySourceState(Constants::QueryRunning);
+    f.source->startedSecondsAgo(100 * 3600);
+    f.source->stateTimerTick();
+    QCOMPARE(f.text("labelTime"), QStringLiteral("100:00:00"));
+    f.source->startedSecondsAgo(99 * 3600 + 59 * 60 + 59);
+    f.source->stateTimerTick();
+    QCOMPARE(f.text("labelTime"), QStringLiteral("99:59:59"));
+}
+
+void TestSourceUiLong::countsTextSwapsArguments()
+{
+    Fixture f;
+    f.source->displaySourceCounts(10, 3);
+    QCOMPARE(f.text("labelCounts"), QStringLiteral("Matching: 3 / Total read: 10"));
+}
+
+void TestSourceUiLong::filterModifiedNeedsMayApply()
+{
+    Fixture f;
+    QVERIFY(!f.source->mayApplySettings());
+    QVERIFY(!f.shown("pushButtonApply"));
+    QVERIFY(!f.shown("labelModified"));
+    f.source->displayFilterModified(false);
+    QVERIFY(!f.shown("labelModified"));
+
+    f.source->setMayApplySettings(true);
+    QVERIFY(f.shown("pushButtonApply"));
+    f.source->displayFilterModified(false);
+    QVERIFY(f.shown("labelModified"));
+    QCOMPARE(f.text("labelModified"), QStringLiteral(">>>>"));
+    f.source->displayFilterModified(true);
+    QVERIFY(!f.shown("labelModified"));
+
+    f.source->displayFilterModified(false);
+    f.source->setMayApplySettings(false);
+    QVERIFY(!f.shown("pushButtonApply"));
+    f.source->displayFilterModified(true); // no longer listened to
+    QVERIFY(f.shown("labelModified"));
+}
+
+void TestSourceUiLong::buttons()
+{
+    Fixture f;
+    f.source->setMayApplySettings(true);
+    f.source->displaySourceState(Constants::QueryRunning);
+    QSignalSpy apply(f.source.data(), &SourceUi::apply);
+    QSignalSpy abort(f.source.data(), &SourceUi::abortQuery);
+    QTest::mouseClick(f.child<QPushButton>("pushButtonApply"), Qt::LeftButton);
+    QTest::mouseClick(f.child<QPushButton>("pushButtonAbort"), Qt::LeftButton);
+    QCOMPARE(apply.count(), 1);
+    QCOMPARE(abort.count(), 1);
+}
+
+void TestSourceUiLong::popupsToggleBelowTheirButtons()
+{
+    Fixture f;
+    f.activateMode(1);
+    auto *systemsButton = f.child<QPushButton>("pushButtonSystems");
+    QTest::mouseClick(systemsButton, Qt::LeftButton);
+    QVERIFY(f.source->getSystemSelectionTable()->isVisible());
+    QCOMPARE(f.source->getSystemSelectionTable()->pos(), systemsButton->mapToGlobal(QPoint(0, systemsButton->height())));
+    QTest::mouseClick(systemsButton, Qt::LeftButton);
+    QVERIFY(!f.source->getSystemSelectionTable()->isVisible());
+
+    QTest::mouseClick(f.child<QPushButton>("pushButtonTimeRange"), Qt::LeftButton);
+    QVERIFY(f.source->getTimeRangeEditor()->isVisible());
+    QVERIFY(!f.source->getSystemSelectionTable()->isVisible());
+
+    f.source->sourceButtonClicked(); // no sender
+    QCOMPARE(f.lastLog(), QStringLiteral("click signal from unexpected button"));
+}
+
+void TestSourceUiLong::selectionAndTimeRangeShown()
+{
+    Fixture f;
+    auto *systemsButton = f.child<QPushButton>("pushButtonSystems");
+    QCOMPARE(systemsButton->text(), QStringLiteral("Systems 0 / 5"));
+    QCOMPARE(f.source->getSystemSelectionTable()->setSelectedSystems({"Dist1", "Sys10"}), QString());
+    QCOMPARE(systemsButton->text(), QStringLiteral("Systems 2 / 5"));
+    QCOMPARE(f.changed->count(), 1);
+
+    TimeRangeEditor *editor = f.source->getTimeRangeEditor();
+    editor->show();
+    editor->typeSelected(QStringLiteral("LastDays"));
+    editor->spinValueChanged(3);
+    QCOMPARE(f.changed->count(), 3);
+    const TimeRange range = f.filter().getTimeRange();
+    QCOMPARE(range.getRangeType(), TimeRange::LastDays);
+    QCOMPARE(range.getValueCount(), 3);
+    QCOMPARE(f.child<QPushButton>("pushButtonTimeRange")->text(), range.getDescription());
+}
+
+void TestSourceUiLong::actionRights()
+{
+    Fixture f;
+    f.source->setActionState(EwoActions::SwitchSourceMode, ActionAccess::Disabled);
+    QVERIFY(!f.child<QComboBox>("comboBoxMode")->isEnabled());
+    f.source->setActionState(EwoActions::SourceControl, ActionAccess::Hidden);
+    QVERIFY(f.source->isHidden());
+    f.source->setActionState(EwoActions::SourceControl, ActionAccess::Enabled);
+    QVERIFY(!f.source->isHidden());
+}
+
+QTEST_MAIN(TestSourceUiLong)
+#include "tst_sourceuilong.moc"
