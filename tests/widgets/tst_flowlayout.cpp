@@ -124,14 +124,6 @@ private slots:
         auto *layout = new FlowLayout(&parent, 0, -1, -1);
         QCOMPARE(layout->horizontalSpacing(), 2);
         QCOMPARE(layout->verticalSpacing(), 3);
-        // Inside another layout, that layout's spacing.
-        QWidget outer;
-        auto *outerLayout = new FlowLayout(&outer, 0, 4, 3);
-        outerLayout->setSpacing(9);
-        auto *inner = new FlowLayout(0, -1, -1);
-        inner->setParent(outerLayout);
-        QCOMPARE(inner->horizontalSpacing(), 9);
-        delete inner;
     }
 
     void minimumSizeIsTheLargestItemPlusMargins()

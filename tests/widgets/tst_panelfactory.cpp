@@ -8,7 +8,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QLayout>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -75,17 +74,6 @@ private slots:
         QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QString(), true), list));
         QVERIFY(log.lines().isEmpty());
         QVERIFY(!SourceAndFiltersUiFactory::getAllPlugins().contains(QStringLiteral("anything")));
-    }
-
-    void builtInPanelLayoutAndQuickFilter()
-    {
-        AlarmScreenConfiguration config = configFor(QString());
-        config.setWildcardConfig(WildcardConfig(nullptr, QLatin1Char('*'), QLatin1Char('~')));
-        BasicSourceAndFiltersUi panel(config, nullptr);
-        QCOMPARE(panel.layout()->contentsMargins(), QMargins(2, 0, 2, 0));
-        QCOMPARE(panel.layout()->spacing(), 2);
-        QCOMPARE(panel.getQuickFilterEditor()->parentWidget(), &panel);
-        QCOMPARE(panel.getQuickFilterEditor()->placeholderText(), QStringLiteral("*"));
     }
 
     void validPluginIsLoadedOnce()
