@@ -70,7 +70,6 @@ class TestSystemSelection : public QObject
     Q_OBJECT
 private slots:
     void init() { setArchiveSystems(Systems); }
-    void modelShape();
     void filterHighlightsExactMatches_data();
     void filterHighlightsExactMatches();
     void checkingRows();
@@ -80,18 +79,6 @@ private slots:
     void systemListChangesUnderSelection();
     void closeButtonHides();
 };
-
-void TestSystemSelection::modelShape()
-{
-    Fixture f;
-    QCOMPARE(f.model->rowCount(), Systems.size());
-    QCOMPARE(f.model->columnCount(), 1);
-    QCOMPARE(f.model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("System"));
-    QCOMPARE(f.model->index(2, 0).data().toString(), QStringLiteral("Plant_A"));
-    QCOMPARE(f.model->flags(f.model->index(0, 0)),
-             Qt::ItemIsSelectable | Qt::ItemIsEditable | Qt::ItemIsUserCheckable | Qt::ItemIsEnabled);
-    QCOMPARE(f.checked(), QStringList());
-}
 
 void TestSystemSelection::filterHighlightsExactMatches_data()
 {

@@ -75,30 +75,15 @@ class TestTimeRangeEditor : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { qRegisterMetaType<TimeRange>(); }
-    void offersEveryRangeType();
     void customIntervalAloneEnablesStartAndEnd();
     void countShownOnlyForTypesWithValueLabel();
     void unknownTypeTextChangesNothing();
-    void countChangeReported();
     void redisplayWhileHiddenWaitsUntilForcedOrShown();
     void nowButtons_data();
     void nowButtons();
     void nowWithoutButtonIsIgnored();
     void timeSpecShownAndApplied();
 };
-
-void TestTimeRangeEditor::offersEveryRangeType()
-{
-    Fixture f;
-    auto *combo = f.child<QComboBox>("comboBoxType");
-    const QVector<TimeRange::RangeType> types = allTypes();
-    QCOMPARE(combo->count(), types.size());
-    for (int i = 0; i < types.size(); ++i) {
-        QCOMPARE(combo->itemText(i), typeKey(types.at(i)));
-        QCOMPARE(combo->itemData(i).toInt(), int(types.at(i)));
-    }
-    QCOMPARE(combo->currentData().toInt(), int(f.editor->getTimeRange().getRangeType()));
-}
 
 void TestTimeRangeEditor::customIntervalAloneEnablesStartAndEnd()
 {
@@ -148,19 +133,6 @@ void TestTimeRangeEditor::unknownTypeTextChangesNothing()
     QCOMPARE(changed.count(), 0);
     QCOMPARE(f.editor->getTimeRange().getRangeType(), before);
     QCOMPARE(f.lastLog(), QStringLiteral("conversion to enum value (RangeType) failed for string: Fortnight"));
-}
-
-void TestTimeRangeEditor::countChangeReported()
-{
-    Fixture f;
-    f.editor->typeSelected(typeKey(findType(f.editor->getTimeRange(), true)));
-    auto *spin = f.child<QSpinBox>("spinBoxCount");
-    QSignalSpy changed(f.editor.data(), &TimeRangeEditor::changed);
-    const int count = spin->value() + 3;
-    spin->setValue(count);
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.at(0).at(0).value<TimeRange>().getValueCount(), count);
-    QCOMPARE(f.editor->getTimeRange().getValueCount(), count);
 }
 
 void TestTimeRangeEditor::redisplayWhileHiddenWaitsUntilForcedOrShown()
