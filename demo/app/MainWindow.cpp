@@ -1,0 +1,346 @@
+#include "MainWindow.h"
+
+#include "AlarmSourceController.h"
+#include "AlarmsModel.h"
+#include "AlarmsProxyModel.h"
+#include "DemoProject.h"
+#include "EwoActions.h"
+#include "SourceAndFiltersUi.h"
+#include "SourceAndFiltersUiFactory.h"
+#include "SystemConnectionsControl.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *logger, QWidget *parent)
+    : QMainWindow(parent)
+    , MsgLoggingProducer(logger)
+    , m_config(project.getConfiguration())
+    , m_model(QSharedPointer<AlarmsModel>::create(logger))
+    , m_appliedFilter(logger)
+    , m_filterDirectory(QDir(project.getDirectory()).filePath(QStringLiteral("filters")))
+{
+    setWindowTitle(project.getTitle().isEmpty() ? tr("Alarm screen demo") : project.getTitle());
+    resize(1280, 720);
+
+    auto *central = new QWidget(this);
+    auto *layout = new QVBoxLayout(central);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(4);
+    setCentralWidget(central);
+
+    m_proxy = new AlarmsProxyModel(this, this);
+    m_proxy->setConfiguration(m_config);
+    m_proxy->setGrouping(GroupingConfiguration(this, QString()));
+    m_proxy->setAlarmsModel(m_model);
+
+    createPanel(central);
+    if (m_panel)
+        layout->addWidget(m_panel);
+
+    m_table = new QTreeView(central);
+    m_table->setObjectName(QStringLiteral("alarmTable"));
+    m_table->setModel(m_proxy);
+    m_table->setUniformRowHeights(true);
+    m_table->setAlternatingRowColors(true);
+    m_table->setSortingEnabled(true);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->header()->setStretchLastSection(true);
+    layout->addWidget(m_table, 1);
+
+    m_countLabel = new QLabel(this);
+    m_countLabel->setObjectName(QStringLiteral("alarmCountLabel"));
+    statusBar()->addPermanentWidget(m_countLabel);
+
+    m_source = new AlarmSourceController(this, project.getSimulation(), m_model, this);
+    m_proxy->setSystemNames(m_source->getSimulator()->getSystemNames());
+
+    createActions();
+    shareActionAccess();
+    connectPanel();
+    connectSource();
+
+    connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::expandGroups);
+    connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateAlarmCount);
+    connect(m_proxy, &QAbstractItemModel::rowsRemoved, this, &MainWindow::updateAlarmCount);
+    connect(m_proxy, &QAbstractItemModel::modelReset, this, [this] {
+        if (m_groupedAction->isChecked())
+            m_table->expandAll();
+        updateAlarmCount();
+    });
+
+    // Start as an operator would: live alarms, no filter.
+    setGrouped(project.isGroupedAtStart());
+    applyStructuredFilter(m_panel ? m_panel->getFilter() : SourceAndFilter(this), 0);
+    const QStringList problems = project.getProblems() + m_problems;
+    if (!problems.isEmpty())
+        showStatus(tr("%n problem(s) found, see the log; the first: %1", nullptr, int(problems.size()))
+                       .arg(problems.first()));
+}
+
+MainWindow::~MainWindow()
+{
+    // The proxy is a consumer of the model; let it go before the model does.
+    m_table->setModel(nullptr);
+    delete m_proxy;
+}
+
+void MainWindow::createPanel(QWidget *parent)
+{
+    SourceAndFiltersUiFactory factory(this);
+    m_panel = factory.create(m_config, parent);
+    const FilterWidgetConfiguration &widgetConfig = m_config.getFilterWidgetConfig();
+    if (m_panel || widgetConfig.isNoPanel())
+        return;
+    reportProblem(tr("the panel plug-in '%1' was not found in the project's bin/plugins folder; "
+                     "using the built-in panel")
+                      .arg(widgetConfig.getPanelPluginName()));
+    FilterWidgetConfiguration builtIn(widgetConfig);
+    builtIn.setPanelPluginName(QString());
+    m_config.setFilterWidgetConfig(builtIn);
+    m_panel = factory.create(m_config, parent);
+}
+
+void MainWindow::shareActionAccess()
+{
+    // Every component that shows actions works on the owner's access object,
+    // so that one decision about an action reaches all of its controls.
+    if (!m_panel)
+        return;
+    for (QWidget *widget : m_panel->findChildren<QWidget *>()) {
+        if (auto *user = dynamic_cast<ActionAccessUser *>(widget))
+            user->setActionAccess(getActionAccess());
+    }
+}
+
+void MainWindow::createActions()
+{
+    QMenu *fileMenu = menuBar()->addMenu(tr("&File"));
+    QAction *quit = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QMenu *filterMenu = menuBar()->addMenu(tr("F&ilter"));
+    m_saveFilterAction = filterMenu->addAction(tr("&Save Filter..."), this,
+                                               [this] { filterActionRequested(EwoActions::SaveFilter); });
+    m_saveFilterAction->setObjectName(QStringLiteral("saveFilterAction"));
+    m_loadFilterAction = filterMenu->addAction(tr("&Load Filter..."), this,
+                                               [this] { filterActionRequested(EwoActions::LoadFilter); });
+    m_loadFilterAction->setObjectName(QStringLiteral("loadFilterAction"));
+    registerActionControl(EwoActions::SaveFilter, m_saveFilterAction);
+    registerActionControl(EwoActions::LoadFilter, m_loadFilterAction);
+
+    QMenu *viewMenu = menuBar()->addMenu(tr("&View"));
+    m_groupedAction = viewMenu->addAction(tr("&Grouped"));
+    m_groupedAction->setObjectName(QStringLiteral("groupedAction"));
+    m_groupedAction->setCheckable(true);
+    const GroupingConfiguration &grouping = m_config.getGroupingConfig();
+    if (grouping.isGrouped()) {
+        m_groupedAction->setToolTip(tr("Group the alarms: %1").arg(grouping.getName()));
+    } else {
+        m_groupedAction->setEnabled(false);
+        m_groupedAction->setToolTip(tr("The screen configuration defines no grouping"));
+    }
+    connect(m_groupedAction, &QAction::toggled, this, &MainWindow::setGrouped);
+
+    QToolBar *toolBar = addToolBar(tr("Alarm table"));
+    toolBar->setObjectName(QStringLiteral("alarmTableToolBar"));
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    toolBar->addAction(m_groupedAction);
+    toolBar->addSeparator();
+    toolBar->addAction(m_saveFilterAction);
+    toolBar->addAction(m_loadFilterAction);
+}
+
+void MainWindow::connectPanel()
+{
+    if (!m_panel)
+        return;
+    connect(m_panel, &SourceAndFiltersUi::applyStructuredFilter, this, &MainWindow::applyStructuredFilter);
+    connect(m_panel, &SourceAndFiltersUi::abortQuery, this, &MainWindow::abortQuery);
+    connect(m_panel, &SourceAndFiltersUi::quickFilterChanged, this, &MainWindow::quickFilterChanged);
+    connect(m_panel, &SourceAndFiltersUi::filterActionRequested, this, &MainWindow::filterActionRequested);
+    connect(m_panel, &SourceAndFiltersUi::structuredFilterChanged, this,
+            [this] { m_panel->compareWithFilter(m_appliedFilter, false); });
+}
+
+void MainWindow::connectSource()
+{
+    connect(m_source, &AlarmSourceController::stateChanged, this, &MainWindow::sourceStateChanged);
+    connect(m_source, &AlarmSourceController::queryFailed, this,
+            [this](const QString &error) { showStatus(tr("History query failed: %1").arg(error)); });
+    if (!m_panel)
+        return;
+    connect(m_source, &AlarmSourceController::countsChanged, m_panel, &SourceAndFiltersUi::displaySourceCounts);
+    SystemConnectionsControl *connections = m_model->getConnectionControl();
+    connect(connections, &SystemConnectionsControl::connectedSystemsChanged, m_panel,
+            [this, connections] { m_panel->connectedSystemsChanged(connections->getConnectedSystems()); });
+}
+
+void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)
+{
+    ASLOG(this, MsgLoggerEnums::Trace,
+          QStringLiteral("type %1, mode %2").arg(type).arg(Constants::sourceModeKey(filter.getSourceMode())));
+    m_appliedFilter = filter;
+    if (filter.getSourceMode() == Constants::SourceModeHistory) {
+        m_proxy->setFilter(filter);
+        QString error;
+        if (m_source->startHistory(filter, error))
+            showStatus(tr("History query over %1 started").arg(filter.getSystems().join(QStringLiteral(", "))));
+    } else {
+        // The system selection belongs to history queries; live mode shows
+        // the alarms of every system.
+        SourceAndFilter live(filter);
+        live.setSystems({});
+        m_proxy->setFilter(live);
+        if (m_source->getMode() != Constants::SourceModeLive || m_source->isQueryRunning())
+            m_source->startLive();
+    }
+    if (m_panel)
+        m_panel->compareWithFilter(filter, false);
+    updateAlarmCount();
+}
+
+void MainWindow::abortQuery()
+{
+    m_source->abortQuery();
+}
+
+void MainWindow::quickFilterChanged(const QuickCellFilter &filter)
+{
+    m_proxy->setQuickFilter(filter);
+    if (m_panel)
+        m_panel->setAppliedQuickFilter(m_proxy->getQuickFilter());
+    updateAlarmCount();
+}
+
+void MainWindow::filterActionRequested(const QString &action)
+{
+    if (getActionState(action) != ActionAccess::Enabled) {
+        ASLOG(this, MsgLoggerEnums::Warning, tr("action %1 is not enabled").arg(action));
+        return;
+    }
+    if (action == EwoActions::SaveFilter)
+        saveFilter();
+    else if (action == EwoActions::LoadFilter)
+        loadFilter();
+    else
+        ASLOG(this, MsgLoggerEnums::Warning, tr("the demo does not offer the action %1").arg(action));
+}
+
+void MainWindow::setGrouped(bool grouped)
+{
+    grouped = grouped && m_config.getGroupingConfig().isGrouped();
+    if (m_groupedAction->isChecked() != grouped)
+        m_groupedAction->setChecked(grouped); // comes back here through toggled()
+    m_proxy->setGrouping(grouped ? m_config.getGroupingConfig() : GroupingConfiguration(this, QString()));
+    m_table->setRootIsDecorated(grouped);
+    if (grouped)
+        m_table->expandAll();
+}
+
+void MainWindow::saveFilter()
+{
+    QDir().mkpath(m_filterDirectory);
+    const QString file =
+        QFileDialog::getSaveFileName(this, tr("Save Filter"), m_filterDirectory, tr("Filter files (*.json)"),
+                                     nullptr, QFileDialog::DontUseNativeDialog);
+    if (file.isEmpty())
+        return;
+    m_filterDirectory = QFileInfo(file).absolutePath();
+    const SourceAndFilter filter = m_panel ? m_panel->getFilter() : m_appliedFilter;
+    QString error;
+    if (filter.saveToFile(file, error))
+        showStatus(tr("Filter saved to %1").arg(file));
+    else
+        reportProblem(tr("The filter was not saved: %1").arg(error));
+}
+
+void MainWindow::loadFilter()
+{
+    const QString file =
+        QFileDialog::getOpenFileName(this, tr("Load Filter"), m_filterDirectory, tr("Filter files (*.json)"),
+                                     nullptr, QFileDialog::DontUseNativeDialog);
+    if (file.isEmpty())
+        return;
+    m_filterDirectory = QFileInfo(file).absolutePath();
+    SourceAndFilter filter(this);
+    const WildcardConfig wildcards = m_config.getWildcardConfig();
+    QString error;
+    if (!filter.loadFromFile(file, error, &wildcards)) {
+        reportProblem(tr("The filter was not loaded: %1").arg(error));
+        return;
+    }
+    showLoadedFilter(filter);
+    applyStructuredFilter(filter, 0);
+    showStatus(tr("Filter loaded from %1").arg(file));
+}
+
+void MainWindow::showLoadedFilter(const SourceAndFilter &filter)
+{
+    if (!m_panel)
+        return;
+    QString error;
+    if (filter.getSourceMode() == Constants::SourceModeHistory) {
+        QDateTime start;
+        QDateTime end;
+        filter.getTimeRange().getEffectiveInterval(QDateTime::currentDateTime(), start, end);
+        error = m_panel->prepareArchiveMode(start, end, filter.getSystems());
+    } else {
+        m_panel->prepareOnlineMode();
+    }
+    if (error.isEmpty() &&
+        m_panel->displayFilter(filter, StructuredFilterUi::ApplyButtonFilter, error) == WFilter::DisplayFailed)
+        reportProblem(tr("The loaded filter is applied but cannot be shown: %1").arg(error));
+    else if (!error.isEmpty())
+        reportProblem(tr("The loaded filter is applied but cannot be shown: %1").arg(error));
+}
+
+void MainWindow::sourceStateChanged(Constants::SourceState state)
+{
+    if (m_panel)
+        m_panel->displaySourceState(state);
+    updateAlarmCount();
+}
+
+void MainWindow::updateAlarmCount()
+{
+    const int shown = m_proxy->getVisibleAlarmCount();
+    const QString mode = m_source && m_source->getMode() == Constants::SourceModeHistory ? tr("history")
+                                                                                           : tr("live");
+    m_countLabel->setText(tr("%1 of %2 alarms shown (%3)").arg(shown).arg(m_model->count()).arg(mode));
+    if (shown > 0 && !m_alarmsShown) {
+        m_alarmsShown = true;
+        emit firstAlarmsShown();
+    }
+}
+
+void MainWindow::expandGroups(const QModelIndex &parent, int first, int last)
+{
+    if (!m_groupedAction->isChecked())
+        return;
+    for (int row = first; row <= last; ++row) {
+        const QModelIndex index = m_proxy->index(row, 0, parent);
+        if (!m_proxy->getAlarmAtRow(index))
+            m_table->expandRecursively(index);
+    }
+}
+
+void MainWindow::reportProblem(const QString &text)
+{
+    m_problems.append(text);
+    ASLOG(this, MsgLoggerEnums::Warning, text);
+    showStatus(text);
+}
+
+void MainWindow::showStatus(const QString &text)
+{
+    statusBar()->showMessage(text);
+}

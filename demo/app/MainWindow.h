@@ -1,0 +1,85 @@
+#pragma once
+
+#include "ActionAccessOwner.h"
+#include "AlarmScreenConfiguration.h"
+#include "Constants.h"
+#include "MsgLoggingProducer.h"
+#include "QuickCellFilter.h"
+#include "SourceAndFilter.h"
+
+#include <QMainWindow>
+#include <QSharedPointer>
+
+class AlarmsModel;
+class AlarmsProxyModel;
+class AlarmSourceController;
+class DemoProject;
+class QAction;
+class QLabel;
+class QTreeView;
+class SourceAndFiltersUi;
+
+// The demo alarm screen: it plays the part of the widget that owns the
+// component library. It builds the source and filter panel through the
+// factory, shares one action-access object with every component, shows the
+// alarm table (flat or grouped) below the panel, and answers every request
+// of the panel: applying a source and filter, aborting a query, the quick
+// filter, and saving or loading a filter.
+class MainWindow : public QMainWindow, public ActionAccessOwner, public MsgLoggingProducer
+{
+    Q_OBJECT
+public:
+    MainWindow(const DemoProject &project, const MsgLoggingProducer *logger, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    SourceAndFiltersUi *getPanel() const { return m_panel; }
+    QTreeView *getAlarmTable() const { return m_table; }
+    AlarmsProxyModel *getProxyModel() const { return m_proxy; }
+    AlarmSourceController *getSourceController() const { return m_source; }
+    QAction *getGroupedAction() const { return m_groupedAction; }
+    const SourceAndFilter &getAppliedFilter() const { return m_appliedFilter; }
+    bool hasShownAlarms() const { return m_alarmsShown; }
+    // Problems found while building the window (besides those of the project).
+    QStringList getProblems() const { return m_problems; }
+
+public slots:
+    void applyStructuredFilter(const SourceAndFilter &filter, int type);
+    void abortQuery();
+    void quickFilterChanged(const QuickCellFilter &filter);
+    void filterActionRequested(const QString &action);
+    void setGrouped(bool grouped);
+
+signals:
+    // The table shows alarms for the first time.
+    void firstAlarmsShown();
+
+private:
+    void createPanel(QWidget *parent);
+    void shareActionAccess();
+    void createActions();
+    void connectPanel();
+    void connectSource();
+    void saveFilter();
+    void loadFilter();
+    void showLoadedFilter(const SourceAndFilter &filter);
+    void sourceStateChanged(Constants::SourceState state);
+    void updateAlarmCount();
+    void expandGroups(const QModelIndex &parent, int first, int last);
+    void reportProblem(const QString &text);
+    void showStatus(const QString &text);
+
+    AlarmScreenConfiguration m_config;
+    QSharedPointer<AlarmsModel> m_model;
+    AlarmsProxyModel *m_proxy = nullptr;
+    AlarmSourceController *m_source = nullptr;
+    SourceAndFiltersUi *m_panel = nullptr;
+    QTreeView *m_table = nullptr;
+    QLabel *m_countLabel = nullptr;
+    QAction *m_groupedAction = nullptr;
+    QAction *m_saveFilterAction = nullptr;
+    QAction *m_loadFilterAction = nullptr;
+    SourceAndFilter m_appliedFilter;
+    QString m_filterDirectory;
+    QStringList m_problems;
+    bool m_alarmsShown = false;
+};

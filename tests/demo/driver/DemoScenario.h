@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+class QAbstractButton;
+class QComboBox;
+class QLabel;
+class QTreeView;
+class SourceAndFiltersUi;
+
+// The operator's session that the end-to-end test plays in the running demo
+// executable. It knows the demo only from the outside: the widgets on the
+// screen, found by type, object name or text, and the exported component
+// classes of the widget library.
+class DemoScenario : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void quickFilterShowsMatchingRows();
+    void historyQueryOverTwoSystems();
+    void secondQueryIsAborted();
+    void filterIsSavedAndLoadedBack();
+
+private:
+    QStringList shownColumn(int column) const;
+    QStringList shownRowTexts() const;
+    int columnOf(const QString &title) const;
+    void applySource();
+    void typeQuickFilter(const QString &text);
+    QString stateText() const;
+    void answerFileDialog(const QString &file);
+
+    QWidget *m_window = nullptr;
+    SourceAndFiltersUi *m_panel = nullptr;
+    QTreeView *m_table = nullptr;
+    QComboBox *m_modeCombo = nullptr;
+    QAbstractButton *m_applyButton = nullptr;
+    QAbstractButton *m_abortButton = nullptr;
+    QLabel *m_stateLabel = nullptr;
+    QLabel *m_countsLabel = nullptr;
+    QString m_filterFile;
+};

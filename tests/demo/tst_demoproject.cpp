@@ -1,0 +1,259 @@
+// The demo's project handling and its main window, in process: what a
+// project directory supplies, what happens when parts of it are wrong, and
+// the owner's side of the panel (shared action rights, quick filter answer,
+// grouping, failing queries).
+
+#include "AlarmSourceController.h"
+#include "AlarmsProxyModel.h"
+#include "DemoOptions.h"
+#include "DemoProject.h"
+#include "DemoTestProject.h"
+#include "EwoActions.h"
+#include "MainWindow.h"
+#include "Manager.h"
+#include "QuickFilterEditor.h"
+#include "Resources.h"
+#include "SourceAndFiltersUi.h"
+#include "Variable.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QStatusBar>
+#include <QTest>
+#include <QTreeView>
+
+namespace {
+
+const char *const NoDatapoints = "config/datapoints.json";
+
+// A copy of the demo project; its datapoints are left out because the
+// process-wide datapoint store accepts them only once.
+std::unique_ptr<DemoTestProject> projectCopy()
+{
+    auto project = std::make_unique<DemoTestProject>(qEnvironmentVariable("AS_DEMO_PROJECT"));
+    project->remove(QLatin1String(NoDatapoints));
+    return project;
+}
+
+MsgLoggingProducer quietLogger()
+{
+    MsgLoggingProducer logger;
+    logger.setLogThreshold(4); // keep the console quiet, problems are checked one by one
+    return logger;
+}
+
+} // namespace
+
+class TestDemoProject : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void completeProjectOpensCleanly();
+    void brokenPartsKeepTheRest();
+    void optionsKeepDefaultsUntilValid();
+    void unknownPluginFallsBackToBuiltInPanel();
+    void windowWithoutPanelStillShowsAlarms();
+    void componentsShareTheOwnersActionRights();
+    void quickFilterIsAnsweredWithTheAppliedFilter();
+    void groupingSwitchesBetweenTreeAndList();
+    void historyQueryWithoutSystemsFailsVisibly();
+
+private:
+    MsgLoggingProducer m_logger = quietLogger();
+};
+
+void TestDemoProject::completeProjectOpensCleanly()
+{
+    DemoProject project(&m_logger);
+    const QString dir = qEnvironmentVariable("AS_DEMO_PROJECT");
+    QVERIFY2(project.open(dir), qPrintable(project.getProblems().join('\n')));
+    QCOMPARE(Resources::getProjectPaths(), QStringList{QDir(dir).absolutePath() + QLatin1Char('/')});
+    QCOMPARE(project.getConfiguration().getColumns().size(), 9);
+    QVERIFY(project.getConfiguration().getGroupingConfig().isGrouped());
+    QCOMPARE(project.getSimulation().systems.size(), 4);
+    QVERIFY(!project.getTitle().isEmpty());
+    // The project's datapoints exist now.
+    QVERIFY(Manager::dpGet(QStringLiteral("AlarmScreenDemo.operator")) != nullptr);
+}
+
+void TestDemoProject::brokenPartsKeepTheRest()
+{
+    auto project = projectCopy();
+    project->write(QStringLiteral("config/alarm-simulation.json"), "{\"seed\": \"many\"}");
+    project->remove(QStringLiteral("scripts"));
+    DemoProject demo(&m_logger);
+    QVERIFY(!demo.open(project->path()));
+    QCOMPARE(demo.getProblems().size(), 2);
+    QVERIFY(demo.getProblems().at(0).contains(QLatin1String("has no scripts/libs folder")));
+    QVERIFY(demo.getProblems().at(1).contains(QLatin1String("'seed'")));
+    // The screen configuration still counts; the simulation falls back.
+    QCOMPARE(demo.getConfiguration().getColumns().size(), 9);
+    QCOMPARE(demo.getSimulation().systems.size(), SimulationConfig::defaults().systems.size());
+
+    // The other way round: a broken configuration keeps the simulated systems.
+    project->write(QStringLiteral("config/alarm-simulation.json"), "{\"systems\": [{\"name\": \"Only\"}]}");
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1, \"columns\": [{\"title\": \"x\"}]}");
+    QVERIFY(!demo.open(project->path()));
+    QCOMPARE(demo.getSimulation().systems.size(), 1);
+    QCOMPARE(demo.getConfiguration().getColumns(), DemoProject::defaultColumns());
+    QVERIFY(demo.getProblems().last().contains(QLatin1String("alarmscreen.json")));
+
+    // The demo's own section is checked too.
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1, \"demo\": {\"groupedAtStart\": 1}}");
+    QVERIFY(!demo.open(project->path()));
+    QVERIFY(demo.getProblems().last().contains(QLatin1String("'demo.groupedAtStart'")));
+    QVERIFY(!demo.isGroupedAtStart());
+}
+
+void TestDemoProject::optionsKeepDefaultsUntilValid()
+{
+    DemoOptions options(QStringLiteral("/default"));
+    QString error;
+    QVERIFY(!options.parse({"demo", "--project", "/p", "--quit-after", "0"}, error));
+    // A refused command line changes nothing.
+    QCOMPARE(options.getProjectDir(), QStringLiteral("/default"));
+    QCOMPARE(options.getQuitAfterMs(), 0);
+    QVERIFY(options.parse({"demo", "--screenshot", "a.png", "--quit-after", "250", "--project", "/p"}, error));
+    QCOMPARE(options.getProjectDir(), QStringLiteral("/p"));
+    QCOMPARE(options.getScreenshotFile(), QStringLiteral("a.png"));
+    QCOMPARE(options.getQuitAfterMs(), 250);
+    QVERIFY(!options.isHelpRequested());
+}
+
+void TestDemoProject::unknownPluginFallsBackToBuiltInPanel()
+{
+    auto project = projectCopy();
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1,"
+                   " \"filterWidget\": {\"panelPlugin\": \"noSuchPanel\"}}");
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    QVERIFY(window.getPanel());
+    QVERIFY(window.getPanel()->getSourceUi());
+    QCOMPARE(window.getProblems().size(), 1);
+    QVERIFY(window.getProblems().first().contains(QLatin1String("'noSuchPanel'")));
+    QVERIFY(window.statusBar()->currentMessage().contains(QLatin1String("noSuchPanel")));
+}
+
+void TestDemoProject::windowWithoutPanelStillShowsAlarms()
+{
+    auto project = projectCopy();
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1,"
+                   " \"filterWidget\": {\"noPanel\": true}}");
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    QVERIFY(!window.getPanel());
+    QVERIFY(window.getProblems().isEmpty());
+    QVERIFY(window.getProxyModel()->rowCount() > 0);
+    // The owner's slots do without a panel.
+    window.quickFilterChanged(QuickCellFilter());
+}
+
+void TestDemoProject::componentsShareTheOwnersActionRights()
+{
+    auto project = projectCopy();
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    QComboBox *mode = nullptr;
+    for (QComboBox *combo : window.getPanel()->findChildren<QComboBox *>()) {
+        if (combo->findText(QStringLiteral("History")) >= 0)
+            mode = combo;
+    }
+    QVERIFY(mode);
+    QVERIFY(mode->isEnabled());
+    // One decision of the owner reaches the source selector's control...
+    window.setActionState(EwoActions::SwitchSourceMode, ActionAccess::Disabled);
+    QVERIFY(!mode->isEnabled());
+    // ...and the window's own controls; a hidden action is not carried out.
+    auto *save = window.findChild<QAction *>(QStringLiteral("saveFilterAction"));
+    window.setActionState(EwoActions::SaveFilter, ActionAccess::Hidden);
+    QVERIFY(!save->isVisible());
+    window.filterActionRequested(EwoActions::SaveFilter); // would block in a file dialog otherwise
+}
+
+void TestDemoProject::quickFilterIsAnsweredWithTheAppliedFilter()
+{
+    auto project = projectCopy();
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    QuickCellFilter filter;
+    filter.setString(QStringLiteral("pump"));
+    emit window.getPanel()->quickFilterChanged(filter);
+
+    QuickFilterEditor *editor = window.getPanel()->getQuickFilterEditor();
+    QCOMPARE(editor->text(), QStringLiteral("pump"));
+    QCOMPARE(window.getProxyModel()->getQuickFilter(), filter);
+    const QAbstractItemModel *model = window.getProxyModel();
+    QVERIFY(model->rowCount() > 0);
+    for (int row = 0; row < model->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < model->columnCount(); ++column)
+            cells << model->index(row, column).data().toString();
+        QVERIFY2(cells.join(' ').contains(QLatin1String("pump"), Qt::CaseInsensitive), qPrintable(cells.join(' ')));
+    }
+}
+
+void TestDemoProject::groupingSwitchesBetweenTreeAndList()
+{
+    auto project = projectCopy();
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    AlarmsProxyModel *proxy = window.getProxyModel();
+    QVERIFY(!window.getGroupedAction()->isChecked());
+    QVERIFY(proxy->getAlarmAtRow(proxy->index(0, 0)));
+
+    window.getGroupedAction()->trigger();
+    QCOMPARE(proxy->getGroupingDepth(), 2);
+    // Top level: one group per system, each expanded down to the alarms.
+    QCOMPARE(proxy->rowCount(), demo.getSimulation().systems.size());
+    const QModelIndex system = proxy->index(0, 0);
+    QVERIFY(!proxy->getAlarmAtRow(system));
+    QVERIFY(window.getAlarmTable()->isExpanded(system));
+    const QModelIndex alarmClass = proxy->index(0, 0, system);
+    QVERIFY(!proxy->getAlarmAtRow(alarmClass));
+    QVERIFY(window.getAlarmTable()->isExpanded(alarmClass));
+    QVERIFY(proxy->getAlarmAtRow(proxy->index(0, 0, alarmClass)));
+
+    window.getGroupedAction()->trigger();
+    QCOMPARE(proxy->getGroupingDepth(), 0);
+    QCOMPARE(proxy->rowCount(), proxy->getVisibleAlarmCount());
+
+    // Without a grouping in the configuration the switch is off for good.
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1, \"demo\": {\"groupedAtStart\": true}}");
+    QVERIFY(demo.open(project->path()));
+    MainWindow flat(demo, &m_logger);
+    QVERIFY(!flat.getGroupedAction()->isEnabled());
+    QCOMPARE(flat.getProxyModel()->getGroupingDepth(), 0);
+}
+
+void TestDemoProject::historyQueryWithoutSystemsFailsVisibly()
+{
+    auto project = projectCopy();
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    SourceAndFilter filter(&m_logger);
+    filter.setSourceMode(Constants::SourceModeHistory);
+    window.applyStructuredFilter(filter, 0);
+    QCOMPARE(window.getSourceController()->getState(), Constants::QueryFailed);
+    QVERIFY(window.statusBar()->currentMessage().startsWith(QLatin1String("History query failed")));
+    QCOMPARE(window.getProxyModel()->rowCount(), 0);
+
+    // Back to live alarms.
+    window.applyStructuredFilter(SourceAndFilter(&m_logger), 0);
+    QCOMPARE(window.getSourceController()->getState(), Constants::SourceLive);
+    QVERIFY(window.getProxyModel()->rowCount() > 0);
+}
+
+QTEST_MAIN(TestDemoProject)
+#include "tst_demoproject.moc"
