@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
-#include "AlarmSourceController.h"
+#include "AlarmSimulator.h"
+#include "AlarmSource.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "DemoProject.h"
@@ -60,8 +61,12 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     m_countLabel->setObjectName(QStringLiteral("alarmCountLabel"));
     statusBar()->addPermanentWidget(m_countLabel);
 
-    m_source = new AlarmSourceController(this, project.getSimulation(), m_model, this);
-    m_proxy->setSystemNames(m_source->getSimulator()->getSystemNames());
+    // The simulated systems run from the start, whatever the table shows, so
+    // that going back to live alarms shows what is pending at that moment.
+    m_simulator = new AlarmSimulator(this);
+    m_simulator->setConfig(project.getSimulation(), QDateTime::currentMSecsSinceEpoch());
+    m_source = new AlarmSource(m_simulator, m_model, this, this);
+    m_simulator->start();
 
     createActions();
     shareActionAccess();
@@ -173,12 +178,10 @@ void MainWindow::connectPanel()
 
 void MainWindow::connectSource()
 {
-    connect(m_source, &AlarmSourceController::stateChanged, this, &MainWindow::sourceStateChanged);
-    connect(m_source, &AlarmSourceController::queryFailed, this,
-            [this](const QString &error) { showStatus(tr("History query failed: %1").arg(error)); });
+    connect(m_source, &AlarmSource::sourceStateChanged, this, &MainWindow::sourceStateChanged);
     if (!m_panel)
         return;
-    connect(m_source, &AlarmSourceController::countsChanged, m_panel, &SourceAndFiltersUi::displaySourceCounts);
+    connect(m_source, &AlarmSource::sourceCountsChanged, m_panel, &SourceAndFiltersUi::displaySourceCounts);
     SystemConnectionsControl *connections = m_model->getConnectionControl();
     connect(connections, &SystemConnectionsControl::connectedSystemsChanged, m_panel,
             [this, connections] { m_panel->connectedSystemsChanged(connections->getConnectedSystems()); });
@@ -188,21 +191,25 @@ void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)
 {
     ASLOG(this, MsgLoggerEnums::Trace,
           QStringLiteral("type %1, mode %2").arg(type).arg(Constants::sourceModeKey(filter.getSourceMode())));
-    m_appliedFilter = filter;
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
-        m_proxy->setFilter(filter);
+        // A refused query leaves the table as it is.
         QString error;
-        if (m_source->startHistory(filter, error))
-            showStatus(tr("History query over %1 started").arg(filter.getSystems().join(QStringLiteral(", "))));
+        if (!m_source->startHistory(filter, error)) {
+            reportProblem(tr("History query refused: %1").arg(error));
+            return;
+        }
+        m_proxy->setFilter(filter);
+        showStatus(tr("History query started"));
     } else {
         // The system selection belongs to history queries; live mode shows
         // the alarms of every system.
         SourceAndFilter live(filter);
         live.setSystems({});
         m_proxy->setFilter(live);
-        if (m_source->getMode() != Constants::SourceModeLive || m_source->isQueryRunning())
+        if (m_source->getMode() != Constants::SourceModeLive)
             m_source->startLive();
     }
+    m_appliedFilter = filter;
     if (m_panel)
         m_panel->compareWithFilter(filter, false);
     updateAlarmCount();
@@ -303,10 +310,12 @@ void MainWindow::showLoadedFilter(const SourceAndFilter &filter)
         reportProblem(tr("The loaded filter is applied but cannot be shown: %1").arg(error));
 }
 
-void MainWindow::sourceStateChanged(Constants::SourceState state)
+void MainWindow::sourceStateChanged(int state)
 {
+    if (state == Constants::QueryFailed)
+        reportProblem(tr("History query failed: %1").arg(m_source->getErrorText()));
     if (m_panel)
-        m_panel->displaySourceState(state);
+        m_panel->displaySourceState(Constants::SourceState(state));
     updateAlarmCount();
 }
 

@@ -12,7 +12,8 @@
 
 class AlarmsModel;
 class AlarmsProxyModel;
-class AlarmSourceController;
+class AlarmSimulator;
+class AlarmSource;
 class DemoProject;
 class QAction;
 class QLabel;
@@ -35,7 +36,8 @@ public:
     SourceAndFiltersUi *getPanel() const { return m_panel; }
     QTreeView *getAlarmTable() const { return m_table; }
     AlarmsProxyModel *getProxyModel() const { return m_proxy; }
-    AlarmSourceController *getSourceController() const { return m_source; }
+    AlarmSource *getAlarmSource() const { return m_source; }
+    AlarmSimulator *getSimulator() const { return m_simulator; }
     QAction *getGroupedAction() const { return m_groupedAction; }
     const SourceAndFilter &getAppliedFilter() const { return m_appliedFilter; }
     bool hasShownAlarms() const { return m_alarmsShown; }
@@ -62,7 +64,7 @@ private:
     void saveFilter();
     void loadFilter();
     void showLoadedFilter(const SourceAndFilter &filter);
-    void sourceStateChanged(Constants::SourceState state);
+    void sourceStateChanged(int state);
     void updateAlarmCount();
     void expandGroups(const QModelIndex &parent, int first, int last);
     void reportProblem(const QString &text);
@@ -71,7 +73,8 @@ private:
     AlarmScreenConfiguration m_config;
     QSharedPointer<AlarmsModel> m_model;
     AlarmsProxyModel *m_proxy = nullptr;
-    AlarmSourceController *m_source = nullptr;
+    AlarmSimulator *m_simulator = nullptr;
+    AlarmSource *m_source = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
     QTreeView *m_table = nullptr;
     QLabel *m_countLabel = nullptr;

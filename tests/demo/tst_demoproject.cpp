@@ -3,7 +3,7 @@
 // the owner's side of the panel (shared action rights, quick filter answer,
 // grouping, failing queries).
 
-#include "AlarmSourceController.h"
+#include "AlarmSource.h"
 #include "AlarmsProxyModel.h"
 #include "DemoOptions.h"
 #include "DemoProject.h"
@@ -57,7 +57,7 @@ private slots:
     void componentsShareTheOwnersActionRights();
     void quickFilterIsAnsweredWithTheAppliedFilter();
     void groupingSwitchesBetweenTreeAndList();
-    void historyQueryWithoutSystemsFailsVisibly();
+    void refusedHistoryQueryKeepsTheTable();
 
 private:
     MsgLoggingProducer m_logger = quietLogger();
@@ -236,23 +236,24 @@ void TestDemoProject::groupingSwitchesBetweenTreeAndList()
     QCOMPARE(flat.getProxyModel()->getGroupingDepth(), 0);
 }
 
-void TestDemoProject::historyQueryWithoutSystemsFailsVisibly()
+void TestDemoProject::refusedHistoryQueryKeepsTheTable()
 {
     auto project = projectCopy();
     DemoProject demo(&m_logger);
     QVERIFY(demo.open(project->path()));
     MainWindow window(demo, &m_logger);
+    const int liveRows = window.getProxyModel()->rowCount();
+    QVERIFY(liveRows > 0);
     SourceAndFilter filter(&m_logger);
     filter.setSourceMode(Constants::SourceModeHistory);
+    filter.setSystems({QStringLiteral("Atlantis")});
     window.applyStructuredFilter(filter, 0);
-    QCOMPARE(window.getSourceController()->getState(), Constants::QueryFailed);
-    QVERIFY(window.statusBar()->currentMessage().startsWith(QLatin1String("History query failed")));
-    QCOMPARE(window.getProxyModel()->rowCount(), 0);
 
-    // Back to live alarms.
-    window.applyStructuredFilter(SourceAndFilter(&m_logger), 0);
-    QCOMPARE(window.getSourceController()->getState(), Constants::SourceLive);
-    QVERIFY(window.getProxyModel()->rowCount() > 0);
+    QCOMPARE(window.getAlarmSource()->getState(), Constants::SourceLive);
+    QVERIFY2(window.statusBar()->currentMessage().startsWith(QLatin1String("History query refused: ")),
+             qPrintable(window.statusBar()->currentMessage()));
+    QCOMPARE(window.getProxyModel()->rowCount(), liveRows);
+    QCOMPARE(window.getAppliedFilter().getSourceMode(), Constants::SourceModeLive);
 }
 
 QTEST_MAIN(TestDemoProject)

@@ -36,6 +36,11 @@ T *findByText(QWidget *root, const QString &text)
     return nullptr;
 }
 
+QSet<QString> toSet(const QStringList &list)
+{
+    return QSet<QString>(list.begin(), list.end());
+}
+
 QString visibleStateName(int state)
 {
     return Constants::getSourceStateVisibleName(Constants::SourceState(state));
@@ -89,7 +94,7 @@ void DemoScenario::initTestCase()
 
     // Live alarms of several systems are shown.
     QTRY_VERIFY_WITH_TIMEOUT(m_table->model()->rowCount() > 0, 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(QSet<QString>::fromList(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3,
+    QTRY_VERIFY_WITH_TIMEOUT(toSet(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3,
                              10000);
     QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
 
@@ -117,7 +122,7 @@ void DemoScenario::quickFilterShowsMatchingRows()
         QCOMPARE(system, QStringLiteral("Boiler"));
 
     typeQuickFilter(QString());
-    QTRY_VERIFY(QSet<QString>::fromList(shownColumn(systemColumn)).size() >= 3);
+    QTRY_VERIFY(toSet(shownColumn(systemColumn)).size() >= 3);
 }
 
 void DemoScenario::historyQueryOverTwoSystems()
@@ -140,7 +145,7 @@ void DemoScenario::historyQueryOverTwoSystems()
     // The table shows exactly the rows of the query, of the two systems only.
     QTRY_COMPARE(m_table->model()->rowCount(), matching);
     const QStringList systems = shownColumn(columnOf(QStringLiteral("System")));
-    QCOMPARE(QSet<QString>::fromList(systems), QSet<QString>::fromList(QueriedSystems));
+    QCOMPARE(toSet(systems), toSet(QueriedSystems));
 }
 
 void DemoScenario::secondQueryIsAborted()
@@ -185,14 +190,14 @@ void DemoScenario::filterIsSavedAndLoadedBack()
     QTest::keyClick(m_modeCombo, Qt::Key_Up);
     QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
     applySource();
-    QTRY_VERIFY(QSet<QString>::fromList(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3);
+    QTRY_VERIFY(toSet(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3);
 
     answerFileDialog(m_filterFile);
     load->trigger();
     QCOMPARE(m_modeCombo->currentText(), QStringLiteral("History"));
     QTRY_COMPARE_WITH_TIMEOUT(stateText(), visibleStateName(Constants::QueryFinished), 30000);
     QTRY_VERIFY(m_table->model()->rowCount() > 0);
-    QCOMPARE(QSet<QString>::fromList(shownColumn(columnOf(QStringLiteral("System")))),
+    QCOMPARE(toSet(shownColumn(columnOf(QStringLiteral("System")))),
              QSet<QString>{QStringLiteral("Turbine")});
     QFile::remove(m_filterFile);
 }
@@ -259,6 +264,6 @@ void DemoScenario::answerFileDialog(const QString &file)
         if (!dialog)
             return answerFileDialog(file); // not open yet
         dialog->selectFile(file);
-        dialog->accept();
+        static_cast<QDialog *>(dialog)->accept(); // QFileDialog hides it
     });
 }
