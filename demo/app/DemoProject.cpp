@@ -15,8 +15,15 @@ DemoProject::DemoProject(const MsgLoggingProducer *logger)
     m_configuration.setColumns(defaultColumns());
 }
 
+
 bool DemoProject::open(const QString &directory)
 {
+    // Nothing of a project opened before is carried over.
+    m_configuration = AlarmScreenConfiguration(this);
+    m_configuration.setColumns(defaultColumns());
+    m_simulation = SimulationConfig::defaults();
+    m_title.clear();
+    m_groupedAtStart = false;
     m_problems.clear();
     const QFileInfo info(directory);
     m_directory = info.absoluteFilePath();

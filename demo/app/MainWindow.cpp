@@ -55,6 +55,12 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     m_table->setSortingEnabled(true);
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->header()->setStretchLastSection(true);
+    // Newest alarms first.
+    const QList<ColumnDefinition> &columns = m_config.getColumns();
+    for (int column = 0; column < columns.size(); ++column) {
+        if (columns.at(column).getId() == QLatin1String("time"))
+            m_table->sortByColumn(column, Qt::DescendingOrder);
+    }
     layout->addWidget(m_table, 1);
 
     m_countLabel = new QLabel(this);
@@ -93,6 +99,9 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
 
 MainWindow::~MainWindow()
 {
+    // The panel goes first: its quick filter reports a finished edit when it
+    // loses the focus on the way out, and nobody is left to apply it.
+    delete m_panel;
     // The proxy is a consumer of the model; let it go before the model does.
     m_table->setModel(nullptr);
     delete m_proxy;
@@ -327,6 +336,8 @@ void MainWindow::updateAlarmCount()
     m_countLabel->setText(tr("%1 of %2 alarms shown (%3)").arg(shown).arg(m_model->count()).arg(mode));
     if (shown > 0 && !m_alarmsShown) {
         m_alarmsShown = true;
+        for (int column = 0; column < m_proxy->columnCount(); ++column)
+            m_table->resizeColumnToContents(column);
         emit firstAlarmsShown();
     }
 }
