@@ -5,7 +5,6 @@
 
 #include <QImage>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -81,14 +80,9 @@ void TestEndToEnd::operatorSessionInRunningDemo()
                qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0"));
     const Run run = runDemo({QStringLiteral("--project"), demoProject()}, env);
     QVERIFY2(run.exitCode == 0, qPrintable(describe(run)));
-    // Every step of the session ran (a driver that did not load would leave
-    // the demo running until the timeout, a skipped step would show here).
-    const QRegularExpression totals(QStringLiteral("Totals: (\\d+) passed, 0 failed, (\\d+) skipped"));
-    const QRegularExpressionMatch match = totals.match(run.out);
-    QVERIFY2(match.hasMatch(), qPrintable(describe(run)));
-    QCOMPARE(match.captured(1).toInt() + match.captured(2).toInt(), 6);
-    if (match.captured(2).toInt() > 0)
-        QSKIP(qPrintable(QStringLiteral("steps skipped in the demo:\n") + run.out));
+    // Every step of the session ran and passed (a driver that did not load
+    // would leave the demo running until the timeout).
+    QVERIFY2(run.out.contains(QLatin1String("Totals: 6 passed, 0 failed, 0 skipped")), qPrintable(describe(run)));
 }
 
 void TestEndToEnd::screenshotOfLiveAlarms()

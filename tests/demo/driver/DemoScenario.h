@@ -8,6 +8,7 @@ class QComboBox;
 class QLabel;
 class QTreeView;
 class SourceAndFiltersUi;
+class SourceUiLong;
 
 // The operator's session that the end-to-end test plays in the running demo
 // executable. It knows the demo only from the outside: the widgets on the
@@ -30,16 +31,22 @@ private:
     int columnOf(const QString &title) const;
     void applySource();
     void typeQuickFilter(const QString &text);
+    void chooseSystems(const QStringList &systems);
+    void chooseTimeRange(const QString &type, int count);
     QString stateText() const;
     void answerFileDialog(const QString &file);
 
     QWidget *m_window = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
+    SourceUiLong *m_selector = nullptr;
     QTreeView *m_table = nullptr;
     QComboBox *m_modeCombo = nullptr;
     QAbstractButton *m_applyButton = nullptr;
     QAbstractButton *m_abortButton = nullptr;
+    QAbstractButton *m_systemsButton = nullptr;
+    QAbstractButton *m_timeRangeButton = nullptr;
     QLabel *m_stateLabel = nullptr;
+    QLabel *m_timeLabel = nullptr;
     QLabel *m_countsLabel = nullptr;
     QString m_filterFile;
 };
