@@ -91,9 +91,9 @@ void TimeRange::setEndSeconds(qint64 secondsSinceEpoch)
     m_end = QDateTime::fromSecsSinceEpoch(secondsSinceEpoch, m_timeSpec);
 }
 
-void TimeRange::setTimeSpec(Qt::TimeSpec spec)
+void TimeRange::setTimeSpec(Qt::TimeSpec timeSpec)
 {
-    m_timeSpec = spec == Qt::UTC ? Qt::UTC : Qt::LocalTime;
+    m_timeSpec = timeSpec == Qt::UTC ? Qt::UTC : Qt::LocalTime;
     m_start = inSpec(m_start);
     m_end = inSpec(m_end);
 }

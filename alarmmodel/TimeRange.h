@@ -63,7 +63,7 @@ public:
     Qt::TimeSpec getTimeSpec() const { return m_timeSpec; }
     // Qt::LocalTime or Qt::UTC (others are treated as Qt::LocalTime); converts
     // the stored start and end.
-    void setTimeSpec(Qt::TimeSpec spec);
+    void setTimeSpec(Qt::TimeSpec timeSpec);
 
     // "Last 8 hours", "Today", "2024-03-01 10:00:00 - 2024-03-01 12:00:00".
     QString getDescription() const;

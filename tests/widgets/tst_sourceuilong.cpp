@@ -138,7 +138,7 @@ void TestSourceUiLong::historyStartsFromConnectedSystems()
 
 void TestSourceUiLong::prepareArchiveMode_data()
 {
-    QTest::addColumn<int>("spec");
+    QTest::addColumn<int>("timeSpec");
     QTest::addColumn<QStringList>("systems");
     QTest::addColumn<QStringList>("expectedSystems");
     QTest::newRow("local time, chosen systems") << int(Qt::LocalTime) << QStringList{"Plant_B", "Dist1"}
@@ -149,12 +149,12 @@ void TestSourceUiLong::prepareArchiveMode_data()
 
 void TestSourceUiLong::prepareArchiveMode()
 {
-    QFETCH(int, spec);
+    QFETCH(int, timeSpec);
     QFETCH(QStringList, systems);
     QFETCH(QStringList, expectedSystems);
     Fixture f;
     f.source->connectedSystemsChanged({"Dist2"});
-    f.source->setTimeSpec(Qt::TimeSpec(spec));
+    f.source->setTimeSpec(Qt::TimeSpec(timeSpec));
     const QDateTime start(QDate(2024, 3, 1), QTime(8, 0, 0, 500), Qt::UTC);
     const QDateTime end = start.addSecs(7200);
 
@@ -169,7 +169,7 @@ void TestSourceUiLong::prepareArchiveMode()
     QCOMPARE(range.getRangeType(), TimeRange::CustomInterval);
     QCOMPARE(range.getStartTime().toSecsSinceEpoch(), start.toSecsSinceEpoch());
     QCOMPARE(range.getEndTime().toSecsSinceEpoch(), end.toSecsSinceEpoch());
-    QCOMPARE(range.getTimeSpec(), Qt::TimeSpec(spec));
+    QCOMPARE(range.getTimeSpec(), Qt::TimeSpec(timeSpec));
     QCOMPARE(f.child<QPushButton>("pushButtonTimeRange")->text(), range.getDescription());
     // The pop-up edits the requested range, not the one it was built with.
     QCOMPARE(f.source->getTimeRangeEditor()->getTimeRange(), range);

@@ -48,13 +48,13 @@ struct Fixture {
     QSharedPointer<MsgLoggerModel> log = QSharedPointer<MsgLoggerModel>::create();
     MsgLoggingProducer config;
     QScopedPointer<TimeRangeEditor> editor;
-    explicit Fixture(Qt::TimeSpec spec = Qt::LocalTime, bool show = true)
+    explicit Fixture(Qt::TimeSpec timeSpec = Qt::LocalTime, bool show = true)
     {
         config.setLogThreshold(4);
         config.setLogUserLogThreshold(0);
         config.setLogFunc(0);
         config.setLogBuffer(log);
-        editor.reset(new TimeRangeEditor(TimeRange(&config, spec)));
+        editor.reset(new TimeRangeEditor(TimeRange(&config, timeSpec)));
         if (show)
             editor->show();
     }
@@ -155,7 +155,7 @@ void TestTimeRangeEditor::redisplayWhileHiddenWaitsUntilForcedOrShown()
 
 void TestTimeRangeEditor::nowButtons_data()
 {
-    QTest::addColumn<int>("spec");
+    QTest::addColumn<int>("timeSpec");
     QTest::addColumn<bool>("startButton");
     QTest::newRow("start, local time") << int(Qt::LocalTime) << true;
     QTest::newRow("end, local time") << int(Qt::LocalTime) << false;
@@ -165,9 +165,9 @@ void TestTimeRangeEditor::nowButtons_data()
 
 void TestTimeRangeEditor::nowButtons()
 {
-    QFETCH(int, spec);
+    QFETCH(int, timeSpec);
     QFETCH(bool, startButton);
-    Fixture f{Qt::TimeSpec(spec)};
+    Fixture f{Qt::TimeSpec(timeSpec)};
     f.editor->typeSelected(typeKey(TimeRange::CustomInterval));
     const TimeRange before = f.editor->getTimeRange();
     QSignalSpy changed(f.editor.data(), &TimeRangeEditor::changed);
@@ -182,12 +182,12 @@ void TestTimeRangeEditor::nowButtons()
     const QDateTime set = startButton ? range.getStartTime() : range.getEndTime();
     const QDateTime untouched = startButton ? range.getEndTime() : range.getStartTime();
     QCOMPARE(untouched, startButton ? before.getEndTime() : before.getStartTime());
-    QCOMPARE(set.timeSpec(), Qt::TimeSpec(spec));
+    QCOMPARE(set.timeSpec(), Qt::TimeSpec(timeSpec));
     QVERIFY(set >= earliest && set <= latest);
 
     auto *edit = f.child<QDateTimeEdit>(startButton ? "dateTimeEditStart" : "dateTimeEditEnd");
     QCOMPARE(edit->dateTime().toSecsSinceEpoch(), set.toSecsSinceEpoch());
-    QCOMPARE(edit->dateTime().timeSpec(), Qt::TimeSpec(spec));
+    QCOMPARE(edit->dateTime().timeSpec(), Qt::TimeSpec(timeSpec));
 }
 
 void TestTimeRangeEditor::nowWithoutButtonIsIgnored()

@@ -54,10 +54,10 @@ SourceUiLong::SourceUiLong(const AlarmScreenConfiguration &config, QWidget *pare
 
 SourceUiLong::~SourceUiLong() = default;
 
-void SourceUiLong::setTimeSpec(Qt::TimeSpec spec)
+void SourceUiLong::setTimeSpec(Qt::TimeSpec timeSpec)
 {
-    SourceUi::setTimeSpec(spec);
-    m_timeRangeEditor->setTimeSpec(spec);
+    SourceUi::setTimeSpec(timeSpec);
+    m_timeRangeEditor->setTimeSpec(timeSpec);
     showTimeRange();
 }
 

@@ -22,7 +22,7 @@ public:
     explicit SourceUiLong(const AlarmScreenConfiguration &config, QWidget *parent = nullptr);
     ~SourceUiLong() override;
 
-    void setTimeSpec(Qt::TimeSpec spec) override;
+    void setTimeSpec(Qt::TimeSpec timeSpec) override;
     void connectedSystemsChanged(const QStringList &systems) override;
     void addToFilter(SourceAndFilter &filter) const override;
     void compareWithFilter(const SourceAndFilter &filter, bool applied) override;

@@ -36,13 +36,13 @@ void TimeRangeEditor::setTimeRange(const TimeRange &range)
     setTimeSpec(m_range.getTimeSpec());
 }
 
-void TimeRangeEditor::setTimeSpec(Qt::TimeSpec spec)
+void TimeRangeEditor::setTimeSpec(Qt::TimeSpec timeSpec)
 {
-    m_ui->dateTimeEditStart->setTimeSpec(spec);
-    m_ui->dateTimeEditEnd->setTimeSpec(spec);
-    m_ui->lineEditTimeZone->setText(QString::fromLatin1(QMetaEnum::fromType<Qt::TimeSpec>().valueToKey(spec)));
-    if (m_range.getTimeSpec() != spec)
-        m_range.setTimeSpec(spec);
+    m_ui->dateTimeEditStart->setTimeSpec(timeSpec);
+    m_ui->dateTimeEditEnd->setTimeSpec(timeSpec);
+    m_ui->lineEditTimeZone->setText(QString::fromLatin1(QMetaEnum::fromType<Qt::TimeSpec>().valueToKey(timeSpec)));
+    if (m_range.getTimeSpec() != timeSpec)
+        m_range.setTimeSpec(timeSpec);
     displayTimeRange(true);
 }
 

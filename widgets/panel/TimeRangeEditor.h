@@ -24,7 +24,7 @@ public:
     // Replaces the edited range (the owner changed it, e.g. for a requested
     // history query); no "changed" is emitted.
     void setTimeRange(const TimeRange &range);
-    void setTimeSpec(Qt::TimeSpec spec);
+    void setTimeSpec(Qt::TimeSpec timeSpec);
 
 signals:
     void changed(const TimeRange &range);
