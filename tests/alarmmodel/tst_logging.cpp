@@ -23,6 +23,16 @@ public:
     }
 };
 
+// A producer that writes from `userThreshold` up into `buffer`, and nothing to the console.
+MsgLoggingProducer capturing(const QSharedPointer<MsgLoggerModel> &buffer, int userThreshold = 0)
+{
+    MsgLoggingProducer producer;
+    producer.setLogThreshold(4);
+    producer.setLogUserLogThreshold(userThreshold);
+    producer.setLogBuffer(buffer);
+    return producer;
+}
+
 QString lastText(const MsgLoggerModel &model)
 {
     return model.data(model.index(model.rowCount() - 1, MsgLoggerModel::TextColumn)).toString();
@@ -47,11 +57,8 @@ private slots:
         QFETCH(int, logFunc);
         QFETCH(QString, expected);
         auto buffer = QSharedPointer<MsgLoggerModel>::create();
-        MsgLoggingProducer config;
-        config.setLogThreshold(4); // nothing to the console
-        config.setLogUserLogThreshold(0);
+        MsgLoggingProducer config = capturing(buffer);
         config.setLogFunc(logFunc);
-        config.setLogBuffer(buffer);
         const Component c(&config);
         int built = 0;
         c.loadPlugin(&built);
@@ -74,10 +81,7 @@ private slots:
     void copiesShareTheBuffer()
     {
         auto buffer = QSharedPointer<MsgLoggerModel>::create();
-        MsgLoggingProducer config;
-        config.setLogThreshold(4);
-        config.setLogUserLogThreshold(2);
-        config.setLogBuffer(buffer);
+        const MsgLoggingProducer config = capturing(buffer, 2);
         MsgLoggingProducer copy = config;
         MsgLoggingProducer fromPointer(&copy);
         fromPointer.addMessage(MsgLoggerEnums::Error, QStringLiteral("boom"));
@@ -92,15 +96,7 @@ private slots:
     {
         auto shared = QSharedPointer<MsgLoggerModel>::create();
         auto own = QSharedPointer<MsgLoggerModel>::create();
-        MsgLoggingProducer a, b, c;
-        for (MsgLoggingProducer *p : {&a, &b, &c})
-            p->setLogThreshold(4);
-        a.setLogBuffer(shared);
-        a.setLogUserLogThreshold(3);
-        b.setLogBuffer(shared);
-        b.setLogUserLogThreshold(0);
-        c.setLogBuffer(own);
-        c.setLogUserLogThreshold(3);
+        MsgLoggingProducer a = capturing(shared, 3), b = capturing(shared, 0), c = capturing(own, 3);
         MsgLoggingMultiProducer multi(&a);
         multi.addLogProducer(&b);
         multi.addLogProducer(&c);

@@ -1,3 +1,4 @@
+#include "AlarmTestFactory.h"
 #include "FilterRuleContainer.h"
 #include "SourceAndFilter.h"
 #include "ValueFilterDate.h"
@@ -8,33 +9,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace AlarmTestFactory;
+
 namespace {
 const Constants::ValueSource alarm = Constants::ValueSourceAlarm;
 
 // An alarm as a map from column id to value.
 using Alarm = QVariantMap;
-
-QSharedPointer<ValueFilter> pattern(const QString &column, const QString &text)
-{
-    auto f = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), column, alarm, false);
-    f->setFilterText(text);
-    return f;
-}
-
-QSharedPointer<ValueFilter> numbers(const QString &column, const QString &text)
-{
-    auto f = QSharedPointer<ValueFilterNumbers>::create(WildcardConfig(), column, alarm, false);
-    f->setFilterText(text);
-    return f;
-}
-
-FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilter>> &filters)
-{
-    FilterRuleSet set(WildcardConfig(), include, false);
-    for (const auto &f : filters)
-        set.addFilter(f);
-    return set;
-}
 
 bool passes(const FilterRuleContainer &filter, const Alarm &a)
 {
@@ -62,8 +43,8 @@ SourceAndFilter fullRecord()
     date->setFirstDate(QDateTime(QDate(2024, 5, 1), QTime(9, 0)));
     r.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(
         WildcardConfig(),
-        QList<FilterRuleSet>{ruleSet(true, {pattern(QStringLiteral("dp"), QStringLiteral("pump*;!*test*")), text}),
-                             ruleSet(false, {numbers(QStringLiteral("prio"), QStringLiteral("<10")), date})},
+        QList<FilterRuleSet>{ruleSet(true, {patternFilter("dp", "pump*;!*test*"), text}),
+                             ruleSet(false, {numberFilter("prio", "<10"), date})},
         true));
     return r;
 }
@@ -90,10 +71,10 @@ private slots:
         QFETCH(bool, expected);
         FilterRuleContainer filter(WildcardConfig(),
                                    QList<FilterRuleSet>{
-                                       ruleSet(true, {pattern("dp", "pump*"), numbers("prio", ">50")}),
-                                       ruleSet(true, {pattern("dp", "valve*")}),
-                                       ruleSet(false, {pattern("area", "test")}),
-                                       ruleSet(false, {pattern("dp", "*")}), // restricts nothing: ignored
+                                       ruleSet(true, {patternFilter("dp", "pump*"), numberFilter("prio", ">50")}),
+                                       ruleSet(true, {patternFilter("dp", "valve*")}),
+                                       ruleSet(false, {patternFilter("area", "test")}),
+                                       ruleSet(false, {patternFilter("dp", "*")}), // restricts nothing: ignored
                                    },
                                    false);
         QCOMPARE(passes(filter, alarm), expected);
@@ -101,7 +82,7 @@ private slots:
 
     void onlyExcludeSetsAndEmptiness()
     {
-        FilterRuleContainer filter(WildcardConfig(), QList<FilterRuleSet>{ruleSet(false, {pattern("dp", "x*")})},
+        FilterRuleContainer filter(WildcardConfig(), QList<FilterRuleSet>{ruleSet(false, {patternFilter("dp", "x*")})},
                                    false);
         QVERIFY(passes(filter, Alarm{{"dp", "pump"}}));
         QVERIFY(!passes(filter, Alarm{{"dp", "x1"}}));
@@ -110,14 +91,14 @@ private slots:
         QVERIFY(record.isEmpty());
         // One empty include tab, as the editor produces it, is still no filter.
         record.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(
-            WildcardConfig(), QList<FilterRuleSet>{ruleSet(true, {pattern("dp", " ")})}, false));
+            WildcardConfig(), QList<FilterRuleSet>{ruleSet(true, {patternFilter("dp", " ")})}, false));
         QVERIFY(record.isEmpty());
         QVERIFY(!fullRecord().isEmpty());
     }
 
     void matchCaseReachesEveryFilter()
     {
-        FilterRuleContainer filter(WildcardConfig(), QList<FilterRuleSet>{ruleSet(true, {pattern("dp", "Pump")})},
+        FilterRuleContainer filter(WildcardConfig(), QList<FilterRuleSet>{ruleSet(true, {patternFilter("dp", "Pump")})},
                                    false);
         QVERIFY(passes(filter, Alarm{{"dp", "PUMP"}}));
         filter.setMatchCase(true);

@@ -22,48 +22,121 @@ WildcardConfig wildcards(QChar matchAll = QLatin1Char('*'), QChar emptyPattern =
 {
     return WildcardConfig(nullptr, matchAll, emptyPattern);
 }
+
+using FilterPtr = QSharedPointer<ValueFilter>;
+
+FilterPtr pattern(const QString &text, bool matchCase = false)
+{
+    auto f = QSharedPointer<ValueFilterStringPattern>::create(wildcards(), column, alarm, matchCase);
+    f->setFilterText(text);
+    return f;
+}
+
+FilterPtr textItem(int method, const QString &text)
+{
+    auto f = QSharedPointer<ValueFilterText>::create(wildcards(), column, alarm, false);
+    return f->addItem(text, method, false) ? f : FilterPtr();
+}
+
+FilterPtr numbers(const QString &rules)
+{
+    auto f = QSharedPointer<ValueFilterNumbers>::create(wildcards(), column, alarm, false);
+    return f->setFilterText(rules) ? f : FilterPtr();
+}
+
+const QDateTime firstDate(QDate(2024, 3, 1), QTime(10, 0), Qt::UTC);
+
+// Methods 1 before, 2 after, 3 between the first date and an hour later.
+FilterPtr date(int method)
+{
+    auto f = QSharedPointer<ValueFilterDate>::create(wildcards(), column, alarm, false);
+    f->setComparisonMethod(method);
+    f->setFirstDate(firstDate);
+    f->setSecondDate(firstDate.addSecs(3600));
+    return f;
+}
 } // namespace
+
+Q_DECLARE_METATYPE(FilterPtr)
 
 class TestValueFilters : public QObject
 {
     Q_OBJECT
 private slots:
-    void stringPattern_data()
+    void matching_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<bool>("matchCase");
-        QTest::addColumn<QString>("value");
+        QTest::addColumn<FilterPtr>("filter");
+        QTest::addColumn<QVariant>("value");
         QTest::addColumn<bool>("expected");
-        QTest::newRow("plain text is the whole value") << "pump" << false << "pump 1" << false;
-        QTest::newRow("star prefix") << "pump*" << false << "Pump 1" << true;
-        QTest::newRow("star prefix, match case") << "pump*" << true << "Pump 1" << false;
-        QTest::newRow("question mark one char") << "valve?" << false << "valve7" << true;
-        QTest::newRow("question mark not two") << "valve?" << false << "valve77" << false;
-        QTest::newRow("infix") << "*temp*" << false << "High TEMP alarm" << true;
-        QTest::newRow("star in the middle") << "a*c" << false << "abbbc" << true;
-        QTest::newRow("second of a list") << "a;b,c" << false << "c" << true;
-        QTest::newRow("blanks around parts") << " a ; b " << false << "b" << true;
-        QTest::newRow("escaped separator is text") << "a\\;b" << false << "a;b" << true;
-        QTest::newRow("escaped separator no split") << "a\\;b" << false << "a" << false;
-        QTest::newRow("escaped star is literal") << "a\\*" << false << "a*" << true;
-        QTest::newRow("escaped star no wildcard") << "a\\*" << false << "ab" << false;
-        QTest::newRow("negation only") << "!*test*" << false << "pump" << true;
-        QTest::newRow("negation excludes") << "!*test*" << false << "a test b" << false;
-        QTest::newRow("include and exclude") << "p*;!*2" << false << "p2" << false;
-        QTest::newRow("include and exclude pass") << "p*;!*2" << false << "p1" << true;
-        QTest::newRow("escaped negation is text") << "\\!x" << false << "!x" << true;
-        QTest::newRow("regex characters are text") << "a.c" << false << "abc" << false;
-        QTest::newRow("match-all matches empty") << "*" << false << "" << true;
+        const auto row = [](const char *name, const FilterPtr &f, const QVariant &value, bool expected) {
+            QTest::newRow(name) << f << value << expected;
+        };
+        // Patterns: "*" and "?" wildcards, ";" or "," lists, "\" escapes, "!" negation.
+        row("plain text is the whole value", pattern("pump"), "pump 1", false);
+        row("star prefix", pattern("pump*"), "Pump 1", true);
+        row("star prefix, match case", pattern("pump*", true), "Pump 1", false);
+        row("question mark one char", pattern("valve?"), "valve7", true);
+        row("question mark not two", pattern("valve?"), "valve77", false);
+        row("infix", pattern("*temp*"), "High TEMP alarm", true);
+        row("star in the middle", pattern("a*c"), "abbbc", true);
+        row("second of a list", pattern("a;b,c"), "c", true);
+        row("blanks around parts", pattern(" a ; b "), "b", true);
+        row("escaped separator is text", pattern("a\\;b"), "a;b", true);
+        row("escaped separator no split", pattern("a\\;b"), "a", false);
+        row("escaped star is literal", pattern("a\\*"), "a*", true);
+        row("escaped star no wildcard", pattern("a\\*"), "ab", false);
+        row("negation only", pattern("!*test*"), "pump", true);
+        row("negation excludes", pattern("!*test*"), "a test b", false);
+        row("include and exclude", pattern("p*;!*2"), "p2", false);
+        row("include and exclude pass", pattern("p*;!*2"), "p1", true);
+        row("escaped negation is text", pattern("\\!x"), "!x", true);
+        row("regex characters are text", pattern("a.c"), "abc", false);
+        row("match-all matches empty", pattern("*"), "", true);
+        // Text items: 0 exact, 1 wildcard, 2 regular expression.
+        row("exact", textItem(0, "Pump*"), "Pump*", true);
+        row("exact is not wildcard", textItem(0, "Pump*"), "Pump 1", false);
+        row("exact ignores case", textItem(0, "PUMP"), "pump", true);
+        row("wildcard", textItem(1, "Pump*"), "pump 1", true);
+        row("regex searches", textItem(2, "\\d{3}"), "id 123 x", true);
+        row("regex anchored", textItem(2, "^\\d+$"), "id 123", false);
+        row("regex alternatives", textItem(2, "(warn|err)"), "ERROR", true);
+        // Number rules.
+        row("equal", numbers("5"), 5, true);
+        row("equal other", numbers("5"), 6, false);
+        row("greater", numbers(">10"), 10.5, true);
+        row("greater is strict", numbers(">10"), 10, false);
+        row("less negative", numbers("<-3.5"), -4, true);
+        row("range lower end", numbers("10-20"), 10, true);
+        row("range upper end", numbers("10-20"), 20, true);
+        row("range outside", numbers("10-20"), 21, false);
+        row("range reversed", numbers("20-10"), 15, true);
+        row("negative range", numbers("-5--3"), -4, true);
+        row("negated comparison", numbers("!>100"), 150, false);
+        row("negated only passes others", numbers("!>100"), 50, true);
+        row("one of two", numbers("1;3"), 3, true);
+        row("plain and negated", numbers("0-10,!5"), 5, false);
+        row("text value as number", numbers(">1"), "2.5", true);
+        row("text that is no number", numbers("!1"), "abc", false);
+        row("blanks inside rule", numbers("> 10"), 11, true);
+        // Dates, also given as ISO text.
+        row("before", date(1), firstDate.addSecs(-1), true);
+        row("before not at", date(1), firstDate, false);
+        row("after", date(2), firstDate.addSecs(1), true);
+        row("after not before", date(2), firstDate.addSecs(-1), false);
+        row("between start", date(3), firstDate, true);
+        row("between end", date(3), firstDate.addSecs(3600), true);
+        row("between beyond", date(3), firstDate.addSecs(3601), false);
+        row("no method passes all", date(0), firstDate.addSecs(-99), true);
     }
-    void stringPattern()
+    void matching()
     {
-        QFETCH(QString, pattern);
-        QFETCH(bool, matchCase);
-        QFETCH(QString, value);
+        QFETCH(FilterPtr, filter);
+        QFETCH(QVariant, value);
         QFETCH(bool, expected);
-        ValueFilterStringPattern f(wildcards(), column, alarm, matchCase);
-        f.setFilterText(pattern);
-        QCOMPARE(f.matches(value), expected);
+        QVERIFY(filter); // the pattern was accepted
+        QCOMPARE(filter->matches(value), expected);
+        if (value.userType() == QMetaType::QDateTime)
+            QCOMPARE(filter->matches(value.toDateTime().toString(Qt::ISODate)), expected);
     }
 
     void stringPatternSpecialCharacters()
@@ -100,31 +173,6 @@ private slots:
         QCOMPARE(f.getExcludedPatterns(), QStringList{QStringLiteral("b")});
     }
 
-    void text_data()
-    {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("exact") << 0 << "Pump*" << "Pump*" << true;
-        QTest::newRow("exact is not wildcard") << 0 << "Pump*" << "Pump 1" << false;
-        QTest::newRow("exact ignores case") << 0 << "PUMP" << "pump" << true;
-        QTest::newRow("wildcard") << 1 << "Pump*" << "pump 1" << true;
-        QTest::newRow("regex searches") << 2 << "\\d{3}" << "id 123 x" << true;
-        QTest::newRow("regex anchored") << 2 << "^\\d+$" << "id 123" << false;
-        QTest::newRow("regex alternatives") << 2 << "(warn|err)" << "ERROR" << true;
-    }
-    void text()
-    {
-        QFETCH(int, method);
-        QFETCH(QString, pattern);
-        QFETCH(QString, value);
-        QFETCH(bool, expected);
-        ValueFilterText f(wildcards(), column, alarm, false);
-        QVERIFY(f.addItem(pattern, method, false));
-        QCOMPARE(f.matches(value), expected);
-    }
-
     void textIncludeExcludeAndRefusals()
     {
         ValueFilterText f(wildcards(), column, alarm, true);
@@ -142,39 +190,6 @@ private slots:
         QCOMPARE(f.getItems().size(), 2); // nothing added by the refusals
     }
 
-    void numbers_data()
-    {
-        QTest::addColumn<QString>("rules");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("equal") << "5" << QVariant(5) << true;
-        QTest::newRow("equal other") << "5" << QVariant(6) << false;
-        QTest::newRow("greater") << ">10" << QVariant(10.5) << true;
-        QTest::newRow("greater is strict") << ">10" << QVariant(10) << false;
-        QTest::newRow("less negative") << "<-3.5" << QVariant(-4) << true;
-        QTest::newRow("range lower end") << "10-20" << QVariant(10) << true;
-        QTest::newRow("range upper end") << "10-20" << QVariant(20) << true;
-        QTest::newRow("range outside") << "10-20" << QVariant(21) << false;
-        QTest::newRow("range reversed") << "20-10" << QVariant(15) << true;
-        QTest::newRow("negative range") << "-5--3" << QVariant(-4) << true;
-        QTest::newRow("negated comparison") << "!>100" << QVariant(150) << false;
-        QTest::newRow("negated only passes others") << "!>100" << QVariant(50) << true;
-        QTest::newRow("one of two") << "1;3" << QVariant(3) << true;
-        QTest::newRow("plain and negated") << "0-10,!5" << QVariant(5) << false;
-        QTest::newRow("text value as number") << ">1" << QVariant(QStringLiteral("2.5")) << true;
-        QTest::newRow("text that is no number") << "!1" << QVariant(QStringLiteral("abc")) << false;
-        QTest::newRow("blanks inside rule") << "> 10" << QVariant(11) << true;
-    }
-    void numbers()
-    {
-        QFETCH(QString, rules);
-        QFETCH(QVariant, value);
-        QFETCH(bool, expected);
-        ValueFilterNumbers f(wildcards(), column, alarm, false);
-        QVERIFY(f.setFilterText(rules));
-        QCOMPARE(f.matches(value), expected);
-    }
-
     void numbersFeedback()
     {
         ValueFilterNumbers f(wildcards(), column, alarm, false);
@@ -188,35 +203,6 @@ private slots:
         QVERIFY(f.isEmpty());
         QVERIFY(f.matches(QStringLiteral("anything")));
         QVERIFY(QRegularExpression(ValueFilterNumbers::rulePattern()).match(QStringLiteral("!1-2")).hasMatch());
-    }
-
-    void date_data()
-    {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<int>("offset"); // seconds after the first date
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("before") << 1 << -1 << true;
-        QTest::newRow("before not at") << 1 << 0 << false;
-        QTest::newRow("after") << 2 << 1 << true;
-        QTest::newRow("after not before") << 2 << -1 << false;
-        QTest::newRow("between start") << 3 << 0 << true;
-        QTest::newRow("between end") << 3 << 3600 << true;
-        QTest::newRow("between beyond") << 3 << 3601 << false;
-        QTest::newRow("no method passes all") << 0 << -99 << true;
-    }
-    void date()
-    {
-        QFETCH(int, method);
-        QFETCH(int, offset);
-        QFETCH(bool, expected);
-        const QDateTime first(QDate(2024, 3, 1), QTime(10, 0), Qt::UTC);
-        ValueFilterDate f(wildcards(), column, alarm, false);
-        f.setComparisonMethod(method);
-        f.setFirstDate(first);
-        f.setSecondDate(first.addSecs(3600));
-        QCOMPARE(f.matches(first.addSecs(offset)), expected);
-        // A time as ISO text is read the same way.
-        QCOMPARE(f.matches(first.addSecs(offset).toString(Qt::ISODate)), expected);
     }
 
     void singleValueAndFixed()
