@@ -10,137 +10,78 @@
 #include "TimeRangeEditor.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QtTest>
 
-namespace {
-
-struct Fixture {
-    AlarmScreenConfiguration config;
-    QWidget owner;
-    SourceAndFiltersUi *panel = nullptr;
-    SourceUiLong *source = nullptr;
-    Fixture()
-    {
-        SysOracleArchive::getInstance()->setSystems({"North", "South", "West"});
-        config.setLogThreshold(4);
-        SourceAndFiltersUiFactory factory(&config);
-        panel = factory.create(config, &owner);
-        if (panel)
-            source = qobject_cast<SourceUiLong *>(panel->getSourceUi());
-        owner.show();
-    }
-    template <typename T> T *child(const char *name) const
-    {
-        return source->findChild<T *>(QLatin1String(name));
-    }
-    void chooseHistory() const
-    {
-        auto *combo = child<QComboBox>("comboBoxMode");
-        combo->setCurrentIndex(1);
-        emit combo->activated(1);
-    }
-    void checkSystem(int row) const
-    {
-        SystemSelectionModel *model = source->getSystemSelectionTable()->getModel();
-        QVERIFY(model->setData(model->index(row, 0), Qt::Checked, Qt::CheckStateRole));
-    }
-};
-
-} // namespace
-
+// The factory's built-in panel, as an owner gets it: its parts are tested on
+// their own, so this checks only how they are put together.
 class TestBasicPanel : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase() { qRegisterMetaType<SourceAndFilter>(); }
-    void factoryBuildsSelectorAndQuickFilter();
-    void applyCarriesTheOperatorsChoice();
-    void modifiedMarkFollowsAppliedFilter();
-    void sourceCallsReachTheSelector();
+    void init()
+    {
+        SysOracleArchive::getInstance()->setSystems({"North", "South", "West"});
+        m_config.setLogThreshold(4);
+        m_owner.reset(new QWidget);
+        m_panel = SourceAndFiltersUiFactory(&m_config).create(m_config, m_owner.data());
+        QVERIFY(qobject_cast<BasicSourceAndFiltersUi *>(m_panel));
+        m_source = qobject_cast<SourceUiLong *>(m_panel->getSourceUi());
+        QVERIFY(m_source);
+        m_owner->show();
+    }
+    void cleanup() { m_owner.reset(); }
+
+    void selectorAboveQuickFilterWithApplyButton()
+    {
+        QCOMPARE(m_source->parentWidget(), m_panel);
+        QVERIFY(m_source->mayApplySettings());
+        QVERIFY(button("pushButtonApply")->isVisible());
+        QVERIFY(m_source->geometry().bottom() <= m_panel->getQuickFilterEditor()->geometry().top());
+    }
+
+    void applyCarriesTheOperatorsChoice()
+    {
+        QSignalSpy changed(m_panel, &SourceAndFiltersUi::structuredFilterChanged);
+        QSignalSpy applied(m_panel, &SourceAndFiltersUi::applyStructuredFilter);
+        auto *combo = m_source->findChild<QComboBox *>(QStringLiteral("comboBoxMode"));
+        combo->setCurrentIndex(1);
+        emit combo->activated(1);
+        SystemSelectionModel *systems = m_source->getSystemSelectionTable()->getModel();
+        QVERIFY(systems->setData(systems->index(2, 0), Qt::Checked, Qt::CheckStateRole));
+        QVERIFY(systems->setData(systems->index(0, 0), Qt::Checked, Qt::CheckStateRole));
+        TimeRangeEditor *editor = m_source->getTimeRangeEditor();
+        editor->show();
+        editor->typeSelected(QStringLiteral("LastDays"));
+        editor->spinValueChanged(4);
+        QVERIFY(changed.count() >= 4);
+        QCOMPARE(applied.count(), 0);
+
+        QTest::mouseClick(button("pushButtonApply"), Qt::LeftButton);
+        QCOMPARE(applied.count(), 1);
+        const SourceAndFilter filter = applied.at(0).at(0).value<SourceAndFilter>();
+        QCOMPARE(applied.at(0).at(1).toInt(), 0);
+        QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
+        QCOMPARE(filter.getSystems(), (QStringList{"West", "North"}));
+        QCOMPARE(filter.getSelectionKind(), int(SourceAndFilter::SelectBySystems));
+        QCOMPARE(filter.getTimeRange().getRangeType(), TimeRange::LastDays);
+        QCOMPARE(filter.getTimeRange().getValueCount(), 4);
+
+        QSignalSpy abort(m_panel, &SourceAndFiltersUi::abortQuery);
+        m_panel->displaySourceState(Constants::QueryRunning);
+        QTest::mouseClick(button("pushButtonAbort"), Qt::LeftButton);
+        QCOMPARE(abort.count(), 1);
+    }
+
+private:
+    QPushButton *button(const char *name) const { return m_source->findChild<QPushButton *>(QLatin1String(name)); }
+
+    AlarmScreenConfiguration m_config;
+    QScopedPointer<QWidget> m_owner;
+    SourceAndFiltersUi *m_panel = nullptr;
+    SourceUiLong *m_source = nullptr;
 };
-
-void TestBasicPanel::factoryBuildsSelectorAndQuickFilter()
-{
-    Fixture f;
-    QVERIFY(qobject_cast<BasicSourceAndFiltersUi *>(f.panel));
-    QVERIFY(f.source);
-    QCOMPARE(f.source->parentWidget(), f.panel);
-    QVERIFY(f.panel->getQuickFilterEditor());
-    QVERIFY(!f.panel->getStructuredFilterUi());
-    QVERIFY(f.source->mayApplySettings());
-    QVERIFY(f.child<QPushButton>("pushButtonApply")->isVisible());
-    // The selector sits above the quick filter.
-    QVERIFY(f.source->geometry().bottom() <= f.panel->getQuickFilterEditor()->geometry().top());
-}
-
-void TestBasicPanel::applyCarriesTheOperatorsChoice()
-{
-    Fixture f;
-    QVERIFY(f.source);
-    QSignalSpy changed(f.panel, &SourceAndFiltersUi::structuredFilterChanged);
-    QSignalSpy applied(f.panel, &SourceAndFiltersUi::applyStructuredFilter);
-
-    f.chooseHistory();
-    f.checkSystem(2);
-    f.checkSystem(0);
-    TimeRangeEditor *editor = f.source->getTimeRangeEditor();
-    editor->show();
-    editor->typeSelected(QStringLiteral("LastDays"));
-    editor->spinValueChanged(4);
-    QVERIFY(changed.count() >= 4);
-    QCOMPARE(applied.count(), 0);
-
-    QTest::mouseClick(f.child<QPushButton>("pushButtonApply"), Qt::LeftButton);
-    QCOMPARE(applied.count(), 1);
-    const SourceAndFilter filter = applied.at(0).at(0).value<SourceAndFilter>();
-    QCOMPARE(applied.at(0).at(1).toInt(), 0);
-    QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
-    QCOMPARE(filter.getSystems(), (QStringList{"West", "North"}));
-    QCOMPARE(filter.getSelectionKind(), int(SourceAndFilter::SelectBySystems));
-    QCOMPARE(filter.getTimeRange().getRangeType(), TimeRange::LastDays);
-    QCOMPARE(filter.getTimeRange().getValueCount(), 4);
-}
-
-void TestBasicPanel::modifiedMarkFollowsAppliedFilter()
-{
-    Fixture f;
-    QVERIFY(f.source);
-    auto *mark = f.child<QLabel>("labelModified");
-    const SourceAndFilter applied = f.panel->getFilter();
-    f.panel->compareWithFilter(applied, true);
-    QVERIFY(mark->isHidden());
-
-    f.chooseHistory();
-    f.panel->compareWithFilter(applied, false);
-    QVERIFY(!mark->isHidden());
-
-    f.source->prepareOnlineMode();
-    f.panel->compareWithFilter(applied, false);
-    QVERIFY(mark->isHidden());
-}
-
-void TestBasicPanel::sourceCallsReachTheSelector()
-{
-    Fixture f;
-    QVERIFY(f.source);
-    const QDateTime end = QDateTime::currentDateTime();
-    QCOMPARE(f.panel->prepareArchiveMode(end.addSecs(-600), end, {"East"}),
-             QStringLiteral("Unknwon system name: East"));
-    QCOMPARE(f.panel->getFilter().getSourceMode(), Constants::SourceModeLive);
-    QCOMPARE(f.panel->prepareArchiveMode(end.addSecs(-600), end, {"South"}), QString());
-    const SourceAndFilter filter = f.panel->getFilter();
-    QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
-    QCOMPARE(filter.getSystems(), QStringList{"South"});
-    QCOMPARE(filter.getTimeRange().getEndTime().toSecsSinceEpoch(), end.toSecsSinceEpoch());
-
-    QSignalSpy abort(f.panel, &SourceAndFiltersUi::abortQuery);
-    f.panel->displaySourceState(Constants::QueryRunning);
-    QTest::mouseClick(f.child<QPushButton>("pushButtonAbort"), Qt::LeftButton);
-    QCOMPARE(abort.count(), 1);
-}
 
 QTEST_MAIN(TestBasicPanel)
 #include "tst_basicpanel.moc"

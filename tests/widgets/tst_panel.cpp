@@ -34,108 +34,93 @@ SourceAndFilter filterWith(const QString &kind)
     return filter;
 }
 
-class TestSourceUi : public SourceUi
+// Writes each call that reaches a part into the log shared by the panel's parts.
+class CallRecorder
+{
+public:
+    explicit CallRecorder(const CallLog &calls) : m_calls(calls) {}
+    template <typename... Args> void note(const char *format, const Args &...args) const
+    {
+        QString line = QString::fromLatin1(format);
+        ((line = line.arg(args)), ...);
+        *m_calls << line;
+    }
+
+private:
+    CallLog m_calls;
+};
+
+class TestSourceUi : public SourceUi, private CallRecorder
 {
     Q_OBJECT
 public:
     TestSourceUi(const AlarmScreenConfiguration &config, const CallLog &calls)
-        : SourceUi(config, nullptr), m_calls(calls)
+        : SourceUi(config, nullptr), CallRecorder(calls)
     {
     }
-
     void addToFilter(SourceAndFilter &filter) const override
     {
         SourceUi::addToFilter(filter);
         filter.setSelectionKind(SourceAndFilter::SelectBySystems);
         filter.setSystems(systems);
     }
-    void compareWithFilter(const SourceAndFilter &filter, bool flag) override
+    void compareWithFilter(const SourceAndFilter &f, bool flag) override
     {
-        *m_calls << QStringLiteral("source compare %1 %2").arg(filter.getSystems().join(',')).arg(flag);
+        note("source compare %1 %2", f.getSystems().join(','), flag);
     }
-    QString prepareArchiveMode(const QDateTime &start, const QDateTime &end,
-                               const QStringList &archiveSystems) override
+    QString prepareArchiveMode(const QDateTime &start, const QDateTime &end, const QStringList &names) override
     {
-        *m_calls << QStringLiteral("source archive %1 %2 %3")
-                        .arg(start.toSecsSinceEpoch())
-                        .arg(end.toSecsSinceEpoch())
-                        .arg(archiveSystems.join(','));
+        note("source archive %1 %2 %3", start.toSecsSinceEpoch(), end.toSecsSinceEpoch(), names.join(','));
         return archiveAnswer;
     }
-    void prepareOnlineMode() override { *m_calls << QStringLiteral("source online"); }
-    void displayFilterModified(bool equal) override
-    {
-        *m_calls << QStringLiteral("source modified %1").arg(equal);
-    }
-    void displaySourceState(Constants::SourceState state) override
-    {
-        *m_calls << QStringLiteral("source state %1").arg(state);
-    }
-    void displaySourceCounts(unsigned int first, unsigned int second) override
-    {
-        *m_calls << QStringLiteral("source counts %1 %2").arg(first).arg(second);
-    }
-    void connectedSystemsChanged(const QStringList &connected) override
-    {
-        *m_calls << QStringLiteral("source systems ") + connected.join(',');
-    }
+    void prepareOnlineMode() override { note("source online"); }
+    void displayFilterModified(bool equal) override { note("source modified %1", equal); }
+    void displaySourceState(Constants::SourceState state) override { note("source state %1", state); }
+    void displaySourceCounts(unsigned int a, unsigned int b) override { note("source counts %1 %2", a, b); }
+    void connectedSystemsChanged(const QStringList &names) override { note("source systems %1", names.join(',')); }
     void setTimeSpec(Qt::TimeSpec timeSpec) override
     {
         SourceUi::setTimeSpec(timeSpec);
-        *m_calls << QStringLiteral("source timespec %1").arg(timeSpec);
+        note("source timespec %1", timeSpec);
     }
 
     QStringList systems;
     QString archiveAnswer;
-
-private:
-    CallLog m_calls;
 };
 
-class TestStructuredFilterUi : public StructuredFilterUi
+class TestStructuredFilterUi : public StructuredFilterUi, private CallRecorder
 {
     Q_OBJECT
 public:
     TestStructuredFilterUi(const AlarmScreenConfiguration &config, const CallLog &calls)
-        : StructuredFilterUi(config, nullptr), current(&config), m_calls(calls)
+        : StructuredFilterUi(config, nullptr), CallRecorder(calls), current(&config)
     {
     }
-
     QList<QWidget *> getTabGroups() const override { return {const_cast<TestStructuredFilterUi *>(this)}; }
-    void connectedSystemsChanged(const QStringList &systems) override
-    {
-        *m_calls << QStringLiteral("editor systems ") + systems.join(',');
-    }
+    void connectedSystemsChanged(const QStringList &names) override { note("editor systems %1", names.join(',')); }
     SourceAndFilter getFilter() const override { return current; }
     WFilter::FilterDisplayResult displayFilter(const SourceAndFilter &filter, FilterType type,
                                                QString &error) override
     {
-        const QString kind = filter.isEmpty() ? QStringLiteral("empty") : QStringLiteral("filter");
-        *m_calls << QStringLiteral("editor display %1 %2").arg(kind).arg(type);
+        note("editor display %1 %2", filter.isEmpty() ? "empty" : "filter", type);
         displayed = filter;
         error = displayError;
         return displayResult;
     }
-    void compareWithFilter(const SourceAndFilter &filter, bool flag) override
+    void compareWithFilter(const SourceAndFilter &f, bool flag) override
     {
-        *m_calls << QStringLiteral("editor compare %1 %2").arg(filter.isEmpty()).arg(flag);
+        note("editor compare %1 %2", f.isEmpty(), flag);
     }
-    void displayFilterModified(bool equal) override
-    {
-        *m_calls << QStringLiteral("editor modified %1").arg(equal);
-    }
+    void displayFilterModified(bool equal) override { note("editor modified %1", equal); }
     void processNewCompletions(void *consumer, const QSharedPointer<FilterCompletions> &completions) override
     {
-        *m_calls << QStringLiteral("editor completions %1 %2").arg(consumer == this).arg(completions.isNull());
+        note("editor completions %1 %2", consumer == this, completions.isNull());
     }
 
     SourceAndFilter current;
     SourceAndFilter displayed;
     WFilter::FilterDisplayResult displayResult = WFilter::AllDisplayed;
     QString displayError;
-
-private:
-    CallLog m_calls;
 };
 
 class TestPanel : public SourceAndFiltersUi
@@ -208,8 +193,6 @@ private slots:
         QVERIFY(m_panel->getDefaultFilter().isEmpty());
         QVERIFY(!m_panel->getDefaultFilter().getFilterContainer());
         QVERIFY(!m_panel->isOldMetadaVisible());
-        m_panel->setTimeSpec(Qt::UTC);
-        QCOMPARE(m_panel->getTimeSpec(), Qt::UTC);
 
         // Calls for absent parts are harmless.
         m_panel->prepareOnlineMode();
@@ -229,34 +212,7 @@ private slots:
         QCOMPARE(applied.at(0).at(1).toInt(), 0);
     }
 
-    void fixedDpNamesSelectWhenNoSystemIs()
-    {
-        const QStringList names{QStringLiteral("Pump1."), QStringLiteral("Pump2.")};
-        m_panel->setFixedDpNames(names);
-        QCOMPARE(m_panel->getFilter().getSelectionKind(), 1);
-        QCOMPARE(m_panel->getFilter().getDpNames(), names);
-
-        auto *source = new TestSourceUi(m_config, m_calls);
-        m_panel->setSourceUi(source);
-        QCOMPARE(m_panel->getFilter().getSelectionKind(), 1);
-        QCOMPARE(m_panel->getFilter().getDpNames(), names);
-        source->systems = QStringList{QStringLiteral("System1")};
-        QCOMPARE(m_panel->getFilter().getSelectionKind(), 0);
-        QVERIFY(m_panel->getFilter().getDpNames().isEmpty());
-
-        // The selector writes its systems over the editor's; without a selector
-        // the editor's decide.
-        auto *editor = new TestStructuredFilterUi(m_config, m_calls);
-        editor->current.setSystems({QStringLiteral("System9")});
-        m_panel->setStructuredFilterUI(editor);
-        source->systems.clear();
-        QCOMPARE(m_panel->getFilter().getSelectionKind(), 1);
-        m_panel->setSourceUi(nullptr);
-        QCOMPARE(m_panel->getFilter().getSelectionKind(), 0);
-        QCOMPARE(m_panel->getFilter().getSystems(), QStringList{QStringLiteral("System9")});
-    }
-
-    void getFilterMergesEditorAndSelector()
+    void getFilterMergesTheParts()
     {
         auto *editor = new TestStructuredFilterUi(m_config, m_calls);
         editor->current.setFilterContainer(containerWith(QStringLiteral("unack")));
@@ -264,22 +220,35 @@ private slots:
         editor->current.setSelectionKind(1);
         editor->current.setSourceMode(Constants::SourceModeHistory);
         m_panel->setStructuredFilterUI(editor);
-
         SourceAndFilter filter = m_panel->getFilter();
         QCOMPARE(filter.getFilterContainer(), editor->current.getFilterContainer());
         QCOMPARE(filter.getDpNames(), QStringList{QStringLiteral("dp")});
         QCOMPARE(filter.getSelectionKind(), 1);
         QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
 
+        // The selector writes its mode, time range and systems over the editor's.
         auto *source = new TestSourceUi(m_config, m_calls);
         source->systems = QStringList{QStringLiteral("System1")};
         m_panel->setSourceUi(source);
+        const QStringList names{QStringLiteral("Pump1."), QStringLiteral("Pump2.")};
+        m_panel->setFixedDpNames(names);
         filter = m_panel->getFilter();
         QCOMPARE(filter.getFilterContainer(), editor->current.getFilterContainer());
-        QCOMPARE(filter.getSourceMode(), Constants::SourceModeLive); // the selector's mode
+        QCOMPARE(filter.getSourceMode(), Constants::SourceModeLive);
         QCOMPARE(filter.getSelectionKind(), 0);
         QCOMPARE(filter.getSystems(), QStringList{QStringLiteral("System1")});
+        QCOMPARE(filter.getDpNames(), QStringList{QStringLiteral("dp")});
         QVERIFY(filter.getTimeRange() == source->getTimeRange());
+
+        // Fixed datapoint names select when no system is chosen...
+        source->systems.clear();
+        QCOMPARE(m_panel->getFilter().getSelectionKind(), 1);
+        QCOMPARE(m_panel->getFilter().getDpNames(), names);
+        // ...and without a selector the editor's systems decide.
+        editor->current.setSystems({QStringLiteral("System9")});
+        m_panel->setSourceUi(nullptr);
+        QCOMPARE(m_panel->getFilter().getSystems(), QStringList{QStringLiteral("System9")});
+        QCOMPARE(m_panel->getFilter().getDpNames(), QStringList{QStringLiteral("dp")});
     }
 
     void forwardingToTheParts()

@@ -21,17 +21,15 @@ private:
     // A fresh project directory (with a trailing separator, as project paths have).
     QString project(const QString &name)
     {
-        const QString path = m_root.filePath(name);
-        QDir().mkpath(path);
-        return path + QLatin1Char('/');
+        const QString path = m_root.filePath(name) + QLatin1Char('/');
+        QDir().mkpath(path + QStringLiteral("bin/plugins"));
+        return path;
     }
 
     static bool install(const QString &projectPath, const QString &module, const QString &asName)
     {
-        const QString dir = projectPath + QStringLiteral("bin/plugins");
-        QDir().mkpath(dir);
         return QFile::copy(QStringLiteral(AS_TEST_PLUGIN_DIR "/") + module + QStringLiteral(".so"),
-                           dir + QLatin1Char('/') + asName + QStringLiteral(".so"));
+                           trying(projectPath, asName));
     }
 
     static AlarmScreenConfiguration configFor(const QString &pluginName, bool noPanel = false)
@@ -64,11 +62,11 @@ private slots:
         QVERIFY(!panel->getStructuredFilterUi());
         QVERIFY(panel->getTabGroups().isEmpty());
 
-        QStringList list{QStringLiteral("kept")};
+        QStringList list{"kept"};
         QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QString()), list));
         QVERIFY(qobject_cast<BasicSourceAndFiltersUi *>(page.data()));
         QVERIFY(!page->parent());
-        QCOMPARE(list, QStringList{QStringLiteral("kept")});
+        QCOMPARE(list, QStringList{"kept"});
 
         QVERIFY(!factory.create(configFor(QStringLiteral("anything"), true), &parent));
         QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QString(), true), list));
@@ -90,20 +88,17 @@ private slots:
         QCOMPARE(panel->objectName(), QStringLiteral("pluginPanel"));
         QCOMPARE(panel->parentWidget(), &parent);
         const QString path = trying(proj, QStringLiteral("good1"));
-        QCOMPARE(log.lines(), (QStringList{
-                                  QStringLiteral("0|loadPlugin: loading plugin good1"),
-                                  QStringLiteral("0|loadPluginInBinDir: trying to load ") + path,
-                                  QStringLiteral("0|loadPluginInBinDir: plugin loaded ") + path,
-                                  QStringLiteral("0|loadPlugin: plugin good1 has been loaded from ") + proj
-                                      + QStringLiteral("bin/"),
-                              }));
+        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin good1",
+                                           "0|loadPluginInBinDir: trying to load " + path,
+                                           "0|loadPluginInBinDir: plugin loaded " + path,
+                                           "0|loadPlugin: plugin good1 has been loaded from " + proj + "bin/"}));
         QVERIFY(SourceAndFiltersUiFactory::getAllPlugins().value(QStringLiteral("good1")));
 
         log.clear();
         QStringList list;
         QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QStringLiteral("good1")), list));
         QCOMPARE(page->objectName(), QStringLiteral("pluginPage"));
-        QCOMPARE(list, QStringList{QStringLiteral("fromPlugin")});
+        QCOMPARE(list, QStringList{"fromPlugin"});
         // Another factory shares the process's plug-ins.
         SourceAndFiltersUiFactory other(&log.producer);
         QVERIFY(other.create(configFor(QStringLiteral("good1")), &parent));
@@ -120,14 +115,11 @@ private slots:
 
         QVERIFY(!factory.create(configFor(QStringLiteral("other1")), nullptr));
         const QString path = trying(proj, QStringLiteral("other1"));
-        QCOMPARE(log.lines(),
-                 (QStringList{
-                     QStringLiteral("0|loadPlugin: loading plugin other1"),
-                     QStringLiteral("0|loadPluginInBinDir: trying to load ") + path,
-                     QStringLiteral("2|loadPluginInBinDir: loaded plugin is of wrong type ") + path,
-                     QStringLiteral("2|loadPlugin: Plugin for building source & filters UI (other1) is not loaded"),
-                     QStringLiteral("2|create: No plugin found/loaded: other1"),
-                 }));
+        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin other1",
+                                           "0|loadPluginInBinDir: trying to load " + path,
+                                           "2|loadPluginInBinDir: loaded plugin is of wrong type " + path,
+                                           "2|loadPlugin: Plugin for building source & filters UI (other1) is not loaded",
+                                           "2|create: No plugin found/loaded: other1"}));
         QVERIFY(SourceAndFiltersUiFactory::getAllPlugins().contains(QStringLiteral("other1")));
         QVERIFY(!SourceAndFiltersUiFactory::getAllPlugins().value(QStringLiteral("other1")));
     }
@@ -135,10 +127,8 @@ private slots:
     void fileThatIsNoPlugin()
     {
         const QString proj = project(QStringLiteral("bogus"));
-        QDir().mkpath(proj + QStringLiteral("bin/plugins"));
         QFile file(trying(proj, QStringLiteral("bogus1")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("this is not a shared library\n");
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("this is not a shared library\n") > 0);
         file.close();
         Resources::setProjectPaths({proj});
         LogCapture log(MsgLoggerEnums::NoFuncName);
@@ -147,33 +137,28 @@ private slots:
         QVERIFY(!factory.loadPlugin(QStringLiteral("bogus1")));
         const QStringList lines = log.lines();
         QCOMPARE(lines.size(), 4);
-        QCOMPARE(lines.at(1), QStringLiteral("0|trying to load ") + file.fileName());
-        QVERIFY2(lines.at(2).startsWith(QStringLiteral("2|plugin is not loaded: "))
-                     && lines.at(2).size() > QStringLiteral("2|plugin is not loaded: ").size(),
-                 qPrintable(lines.at(2)));
+        QCOMPARE(lines.at(1), "0|trying to load " + file.fileName());
+        const QString notLoaded = QStringLiteral("2|plugin is not loaded: ");
+        QVERIFY2(lines.at(2).startsWith(notLoaded) && lines.at(2).size() > notLoaded.size(), qPrintable(lines.at(2)));
         QCOMPARE(lines.at(3), QStringLiteral("2|Plugin for building source & filters UI (bogus1) is not loaded"));
     }
 
     void missingPluginIsSearchedOnce()
     {
         const QString withPlugins = project(QStringLiteral("missingA"));
-        const QString withoutBin = project(QStringLiteral("missingB"));
-        QDir().mkpath(withPlugins + QStringLiteral("bin/plugins"));
+        const QString withoutBin = m_root.filePath(QStringLiteral("missingB")) + QLatin1Char('/');
+        QDir().mkpath(withoutBin);
         Resources::setProjectPaths({withPlugins, withoutBin});
         LogCapture log(MsgLoggerEnums::ShortFuncName);
         SourceAndFiltersUiFactory factory(&log.producer);
 
         QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
         QCOMPARE(log.lines(),
-                 (QStringList{
-                     QStringLiteral("0|loadPlugin: loading plugin missing1"),
-                     QStringLiteral("0|loadPluginInBinDir: no plugins directory under ") + withoutBin
-                         + QStringLiteral("bin/"),
-                     QStringLiteral("0|loadPluginInBinDir: file missing1.so does not exist in ") + withPlugins
-                         + QStringLiteral("bin/plugins"),
-                     QStringLiteral("2|loadPlugin: Plugin for building source & filters UI (missing1) is not loaded"),
-                     QStringLiteral("2|create: No plugin found/loaded: missing1"),
-                 }));
+                 (QStringList{"0|loadPlugin: loading plugin missing1",
+                              "0|loadPluginInBinDir: no plugins directory under " + withoutBin + "bin/",
+                              "0|loadPluginInBinDir: file missing1.so does not exist in " + withPlugins + "bin/plugins",
+                              "2|loadPlugin: Plugin for building source & filters UI (missing1) is not loaded",
+                              "2|create: No plugin found/loaded: missing1"}));
 
         // Installing it later changes nothing: a failed name is not tried again.
         QVERIFY(install(withPlugins, QStringLiteral("goodpanel"), QStringLiteral("missing1")));
@@ -181,9 +166,8 @@ private slots:
         QStringList list;
         QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
         QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QStringLiteral("missing1")), list));
-        QCOMPARE(log.lines(), (QStringList{QStringLiteral("2|create: No plugin found/loaded: missing1"),
-                                           QStringLiteral("2|buildStructuredFilterPageUi: No plugin found/loaded: "
-                                                          "missing1")}));
+        QCOMPARE(log.lines(), (QStringList{"2|create: No plugin found/loaded: missing1",
+                                           "2|buildStructuredFilterPageUi: No plugin found/loaded: missing1"}));
     }
 
     void projectPathsAreSearchedLastFirst()
@@ -198,21 +182,16 @@ private slots:
         SourceAndFiltersUiFactory factory(&log.producer);
 
         QVERIFY(factory.loadPlugin(QStringLiteral("order1")));
-        QCOMPARE(log.lines().last(),
-                 QStringLiteral("0|plugin order1 has been loaded from ") + proj + QStringLiteral("bin/"));
+        QCOMPARE(log.lines().last(), "0|plugin order1 has been loaded from " + proj + "bin/");
         QVERIFY(!log.lines().join('\n').contains(sub));
 
         log.clear();
         QVERIFY(factory.loadPlugin(QStringLiteral("order2")));
-        QCOMPARE(log.lines(), (QStringList{
-                                  QStringLiteral("0|loading plugin order2"),
-                                  QStringLiteral("0|file order2.so does not exist in ") + proj
-                                      + QStringLiteral("bin/plugins"),
-                                  QStringLiteral("0|trying to load ") + trying(sub, QStringLiteral("order2")),
-                                  QStringLiteral("0|plugin loaded ") + trying(sub, QStringLiteral("order2")),
-                                  QStringLiteral("0|plugin order2 has been loaded from ") + sub
-                                      + QStringLiteral("bin/"),
-                              }));
+        const QString path = trying(sub, QStringLiteral("order2"));
+        QCOMPARE(log.lines(), (QStringList{"0|loading plugin order2",
+                                           "0|file order2.so does not exist in " + proj + "bin/plugins",
+                                           "0|trying to load " + path, "0|plugin loaded " + path,
+                                           "0|plugin order2 has been loaded from " + sub + "bin/"}));
     }
 
     void namesLeadingOutOfThePluginsDirectoryAreRefused_data()
@@ -237,13 +216,12 @@ private slots:
         SourceAndFiltersUiFactory factory(&log.producer);
 
         QVERIFY(!factory.create(configFor(name), nullptr));
-        const QString refused = QStringLiteral("plugin name ") + name + QStringLiteral(" is not a plain file name, refused");
-        QCOMPARE(log.lines(), (QStringList{QStringLiteral("0|loadPlugin: loading plugin ") + name,
-                                           QStringLiteral("2|loadPlugin: ") + refused,
-                                           QStringLiteral("2|create: No plugin found/loaded: ") + name}));
+        const QString refused = "plugin name " + name + " is not a plain file name, refused";
+        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin " + name, "2|loadPlugin: " + refused,
+                                           "2|create: No plugin found/loaded: " + name}));
         log.clear();
         QVERIFY(!factory.loadPluginInBinDir(proj + QStringLiteral("bin/"), name));
-        QCOMPARE(log.lines(), QStringList{QStringLiteral("2|loadPluginInBinDir: ") + refused});
+        QCOMPARE(log.lines(), QStringList{"2|loadPluginInBinDir: " + refused});
     }
 };
 

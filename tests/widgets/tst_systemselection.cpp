@@ -13,19 +13,11 @@ namespace {
 
 const QStringList Systems{"Dist1", "Dist2", "Plant_A", "Plant_B", "Sys10"};
 
-void setArchiveSystems(const QStringList &systems)
-{
-    SysOracleArchive::getInstance()->setSystems(systems);
-}
-
 struct Fixture {
     MsgLoggingProducer config;
     SystemSelectionTable table{&config};
     SystemSelectionModel *model = table.getModel();
-    template <typename T> T *child(const char *name) const
-    {
-        return table.findChild<T *>(QLatin1String(name));
-    }
+    template <typename T> T *child(const char *name) const { return table.findChild<T *>(QLatin1String(name)); }
     void typeFilter(const QString &text)
     {
         auto *edit = child<QLineEdit>("lineEditFilter");
@@ -57,9 +49,8 @@ struct Fixture {
     }
     bool bulkButtonsEnabled() const
     {
-        const bool select = child<QPushButton>("pushButtonSelectAll")->isEnabled();
-        const bool unselect = child<QPushButton>("pushButtonUnselectAll")->isEnabled();
-        return select && unselect;
+        return child<QPushButton>("pushButtonSelectAll")->isEnabled()
+               && child<QPushButton>("pushButtonUnselectAll")->isEnabled();
     }
 };
 
@@ -69,7 +60,7 @@ class TestSystemSelection : public QObject
 {
     Q_OBJECT
 private slots:
-    void init() { setArchiveSystems(Systems); }
+    void init() { SysOracleArchive::getInstance()->setSystems(Systems); }
     void filterHighlightsExactMatches_data();
     void filterHighlightsExactMatches();
     void checkingRows();
@@ -77,7 +68,6 @@ private slots:
     void unknownOrDuplicateNames();
     void initialSelectionYieldsToExplicitChoice();
     void systemListChangesUnderSelection();
-    void closeButtonHides();
 };
 
 void TestSystemSelection::filterHighlightsExactMatches_data()
@@ -151,6 +141,10 @@ void TestSystemSelection::bulkSelectionAddsEachSystemOnce()
     QCOMPARE(selection.count(), 2);
     QCOMPARE(selection.last(), (QVariantList{1, Systems.size()}));
     QCOMPARE(f.table.getSelectedSystems(), QStringList{"Dist1"});
+
+    f.table.show();
+    QTest::mouseClick(f.child<QPushButton>("pushButtonClose"), Qt::LeftButton);
+    QVERIFY(!f.table.isVisible());
 }
 
 void TestSystemSelection::unknownOrDuplicateNames()
@@ -192,7 +186,7 @@ void TestSystemSelection::systemListChangesUnderSelection()
     QSignalSpy selection(&f.table, &SystemSelectionTable::selectionChanged);
     QSignalSpy reset(f.model, &QAbstractItemModel::modelReset);
 
-    setArchiveSystems({"Dist1", "Dist3", "Plant_B"});
+    SysOracleArchive::getInstance()->setSystems({"Dist1", "Dist3", "Plant_B"});
     QCOMPARE(reset.count(), 1);
     QCOMPARE(f.model->rowCount(), 3);
     QCOMPARE(f.table.getSelectedSystems(), QStringList{"Dist1"});
@@ -202,19 +196,10 @@ void TestSystemSelection::systemListChangesUnderSelection()
     QCOMPARE(f.child<QLabel>("labelSelected")->text(), QStringLiteral("Selected 1/3"));
     QCOMPARE(f.table.getTotalSystemCount(), 3);
 
-    setArchiveSystems({});
+    SysOracleArchive::getInstance()->setSystems({});
     QCOMPARE(f.model->rowCount(), 0);
     QCOMPARE(f.table.getSelectedSystems(), QStringList());
     QVERIFY(!f.model->index(0, 0).data().isValid());
-}
-
-void TestSystemSelection::closeButtonHides()
-{
-    Fixture f;
-    f.table.show();
-    QVERIFY(f.table.isVisible());
-    QTest::mouseClick(f.child<QPushButton>("pushButtonClose"), Qt::LeftButton);
-    QVERIFY(!f.table.isVisible());
 }
 
 QTEST_MAIN(TestSystemSelection)
