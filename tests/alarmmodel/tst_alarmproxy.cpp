@@ -72,309 +72,299 @@ class TestAlarmProxy : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void ruleSetsAndQuickFilterTogether();
-    void sortingKeepsPersistentIndexes();
-    void nestedGroups();
-    void burstsAreAppliedInOneStep_data();
-    void burstsAreAppliedInOneStep();
-    void modelBurstResolution();
-    void resetsAndModelChanges();
-};
+    void initTestCase()
+    {
+        qRegisterMetaType<QList<QPersistentModelIndex>>();
+        qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
+    }
 
-void TestAlarmProxy::initTestCase()
-{
-    qRegisterMetaType<QList<QPersistentModelIndex>>();
-    qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
-}
+    void ruleSetsAndQuickFilterTogether()
+    {
+        auto model = QSharedPointer<AlarmsModel>::create();
+        model->setAlarms(sampleAlarms());
+        AlarmsProxyModel proxy;
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setAlarmsModel(model);
+        QCOMPARE(proxy.rowCount(), 30);
 
-void TestAlarmProxy::ruleSetsAndQuickFilterTogether()
-{
-    auto model = QSharedPointer<AlarmsModel>::create();
-    model->setAlarms(sampleAlarms());
-    AlarmsProxyModel proxy;
-    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    proxy.setAlarmsModel(model);
-    QCOMPARE(proxy.rowCount(), 30);
+        // Include priority 50 to 100 or any "Valve" text, exclude system SysC.
+        proxy.setFilter(sourceFilter({ruleSet(true, {numberFilter(QStringLiteral("priority"), QStringLiteral("50-100"))}),
+                                      ruleSet(true, {patternFilter(QStringLiteral("text"), QStringLiteral("Valve*"))}),
+                                      ruleSet(false, {patternFilter(QStringLiteral("system"), QStringLiteral("SysC"))})}));
+        const auto structured = [](const AlarmInstancePtr &a) {
+            const int p = a->getData().priority;
+            return ((p >= 50 && p <= 100) || a->getData().alarmText.startsWith(QLatin1String("Valve")))
+                   && a->getIdent().getSystem() != QLatin1String("SysC");
+        };
+        int expected = 0;
+        for (const auto &alarm : model->getAlarms())
+            expected += structured(alarm);
+        QVERIFY(expected > 5 && expected < 25);
+        QCOMPARE(proxy.rowCount(), expected);
+        for (const auto &alarm : shownAlarms(proxy))
+            QVERIFY(structured(alarm));
 
-    // Include priority 50 to 100 or any "Valve" text, exclude system SysC.
-    proxy.setFilter(sourceFilter({ruleSet(true, {numberFilter(QStringLiteral("priority"), QStringLiteral("50-100"))}),
-                                  ruleSet(true, {patternFilter(QStringLiteral("text"), QStringLiteral("Valve*"))}),
-                                  ruleSet(false, {patternFilter(QStringLiteral("system"), QStringLiteral("SysC"))})}));
-    const auto structured = [](const AlarmInstancePtr &a) {
-        const int p = a->getData().priority;
-        return ((p >= 50 && p <= 100) || a->getData().alarmText.startsWith(QLatin1String("Valve")))
-               && a->getIdent().getSystem() != QLatin1String("SysC");
-    };
-    int expected = 0;
-    for (const auto &alarm : model->getAlarms())
-        expected += structured(alarm);
-    QVERIFY(expected > 5 && expected < 25);
-    QCOMPARE(proxy.rowCount(), expected);
-    for (const auto &alarm : shownAlarms(proxy))
-        QVERIFY(structured(alarm));
+        // The quick filter narrows the structured result (case-insensitive, any cell).
+        QuickCellFilter quick;
+        QVERIFY(quick.setString(QStringLiteral("pump")));
+        proxy.setQuickFilter(quick);
+        int both = 0;
+        for (const auto &alarm : model->getAlarms())
+            both += structured(alarm) && alarm->getData().alarmText.contains(QLatin1String("pump"), Qt::CaseInsensitive);
+        QVERIFY(both > 0 && both < expected);
+        QCOMPARE(proxy.rowCount(), both);
+        QCOMPARE(proxy.getVisibleAlarmCount(), both);
 
-    // The quick filter narrows the structured result (case-insensitive, any cell).
-    QuickCellFilter quick;
-    QVERIFY(quick.setString(QStringLiteral("pump")));
-    proxy.setQuickFilter(quick);
-    int both = 0;
-    for (const auto &alarm : model->getAlarms())
-        both += structured(alarm) && alarm->getData().alarmText.contains(QLatin1String("pump"), Qt::CaseInsensitive);
-    QVERIFY(both > 0 && both < expected);
-    QCOMPARE(proxy.rowCount(), both);
-    QCOMPARE(proxy.getVisibleAlarmCount(), both);
+        // A full-column wildcard must match a whole cell; an invalid expression shows nothing.
+        quick.setMatchFullColumn(true);
+        QVERIFY(quick.setString(QStringLiteral("pump*")));
+        proxy.setQuickFilter(quick);
+        for (const auto &alarm : shownAlarms(proxy))
+            QVERIFY(alarm->getData().alarmText.startsWith(QLatin1String("pump"), Qt::CaseInsensitive));
+        quick.setMode(QuickCellFilter::ModeRegularExpression);
+        QVERIFY(!quick.setString(QStringLiteral("(unbalanced")));
+        proxy.setQuickFilter(quick);
+        QCOMPARE(proxy.rowCount(), 0);
 
-    // A full-column wildcard must match a whole cell; an invalid expression shows nothing.
-    quick.setMatchFullColumn(true);
-    QVERIFY(quick.setString(QStringLiteral("pump*")));
-    proxy.setQuickFilter(quick);
-    for (const auto &alarm : shownAlarms(proxy))
-        QVERIFY(alarm->getData().alarmText.startsWith(QLatin1String("pump"), Qt::CaseInsensitive));
-    quick.setMode(QuickCellFilter::ModeRegularExpression);
-    QVERIFY(!quick.setString(QStringLiteral("(unbalanced")));
-    proxy.setQuickFilter(quick);
-    QCOMPARE(proxy.rowCount(), 0);
+        proxy.setQuickFilter(QuickCellFilter());
+        proxy.setFilter(SourceAndFilter());
+        QCOMPARE(proxy.rowCount(), 30);
 
-    proxy.setQuickFilter(QuickCellFilter());
-    proxy.setFilter(SourceAndFilter());
-    QCOMPARE(proxy.rowCount(), 30);
+        // The systems chosen in the record restrict the alarms too.
+        SourceAndFilter bySystems;
+        bySystems.setSystems({QStringLiteral("SysB")});
+        proxy.setFilter(bySystems);
+        QCOMPARE(proxy.rowCount(), 10);
+    }
 
-    // The systems chosen in the record restrict the alarms too.
-    SourceAndFilter bySystems;
-    bySystems.setSystems({QStringLiteral("SysB")});
-    proxy.setFilter(bySystems);
-    QCOMPARE(proxy.rowCount(), 10);
-}
+    void sortingKeepsPersistentIndexes()
+    {
+        auto model = QSharedPointer<AlarmsModel>::create();
+        model->setAlarms(sampleAlarms());
+        AlarmsProxyModel proxy;
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setAlarmsModel(model);
 
-void TestAlarmProxy::sortingKeepsPersistentIndexes()
-{
-    auto model = QSharedPointer<AlarmsModel>::create();
-    model->setAlarms(sampleAlarms());
-    AlarmsProxyModel proxy;
-    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    proxy.setAlarmsModel(model);
+        // Newest first by default.
+        const auto shown = shownAlarms(proxy);
+        for (int i = 1; i < shown.size(); ++i)
+            QVERIFY(shown.at(i - 1)->getData().timeMs >= shown.at(i)->getData().timeMs);
 
-    // Newest first by default.
-    const auto shown = shownAlarms(proxy);
-    for (int i = 1; i < shown.size(); ++i)
-        QVERIFY(shown.at(i - 1)->getData().timeMs >= shown.at(i)->getData().timeMs);
+        const QPersistentModelIndex tracked = proxy.index(3, 2);
+        const AlarmIdent trackedIdent = proxy.getAlarmAtRow(tracked)->getIdent();
+        QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
+        proxy.sort(column(proxy, QStringLiteral("priority")), Qt::AscendingOrder);
+        QCOMPARE(layout.size(), 1);
+        const auto sorted = shownAlarms(proxy);
+        for (int i = 1; i < sorted.size(); ++i)
+            QVERIFY(sorted.at(i - 1)->getData().priority <= sorted.at(i)->getData().priority);
+        QVERIFY(tracked.isValid());
+        QCOMPARE(tracked.column(), 2);
+        QCOMPARE(proxy.getAlarmAtRow(tracked)->getIdent(), trackedIdent);
+        QCOMPARE(proxy.findAlarm(trackedIdent), tracked.sibling(tracked.row(), 0));
+    }
 
-    const QPersistentModelIndex tracked = proxy.index(3, 2);
-    const AlarmIdent trackedIdent = proxy.getAlarmAtRow(tracked)->getIdent();
-    QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
-    proxy.sort(column(proxy, QStringLiteral("priority")), Qt::AscendingOrder);
-    QCOMPARE(layout.size(), 1);
-    const auto sorted = shownAlarms(proxy);
-    for (int i = 1; i < sorted.size(); ++i)
-        QVERIFY(sorted.at(i - 1)->getData().priority <= sorted.at(i)->getData().priority);
-    QVERIFY(tracked.isValid());
-    QCOMPARE(tracked.column(), 2);
-    QCOMPARE(proxy.getAlarmAtRow(tracked)->getIdent(), trackedIdent);
-    QCOMPARE(proxy.findAlarm(trackedIdent), tracked.sibling(tracked.row(), 0));
-}
+    void nestedGroups()
+    {
+        auto model = QSharedPointer<AlarmsModel>::create();
+        model->setAlarms(sampleAlarms());
+        AlarmsProxyModel proxy;
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setAlarmsModel(model);
+        proxy.setGrouping(grouping({QStringLiteral("system"), QStringLiteral("priority")}));
+        QCOMPARE(proxy.getGroupingDepth(), 2);
 
-void TestAlarmProxy::nestedGroups()
-{
-    auto model = QSharedPointer<AlarmsModel>::create();
-    model->setAlarms(sampleAlarms());
-    AlarmsProxyModel proxy;
-    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    proxy.setAlarmsModel(model);
-    proxy.setGrouping(grouping({QStringLiteral("system"), QStringLiteral("priority")}));
-    QCOMPARE(proxy.getGroupingDepth(), 2);
-
-    QCOMPARE(proxy.rowCount(), 3);
-    int alarms = 0;
-    for (int s = 0; s < 3; ++s) {
-        const QModelIndex system = proxy.index(s, 0);
-        QCOMPARE(system.data(Qt::EditRole).toString(), QStringLiteral("Sys%1").arg(QChar('A' + s)));
-        QCOMPARE(system.data().toString(), QStringLiteral("Sys%1 (10)").arg(QChar('A' + s)));
-        QVERIFY(!proxy.getAlarmAtRow(system));
-        QVERIFY(!proxy.index(s, 1).data().isValid());
-        int lastPriority = -1;
-        for (int p = 0; p < proxy.rowCount(system); ++p) {
-            const QModelIndex priority = proxy.index(p, 0, system);
-            // Priorities are ordered as numbers, not as texts ("100" < "50").
-            QVERIFY(priority.data(Qt::EditRole).toInt() > lastPriority);
-            lastPriority = priority.data(Qt::EditRole).toInt();
-            QVERIFY(!proxy.getAlarmAtRow(priority));
-            for (int a = 0; a < proxy.rowCount(priority); ++a) {
-                const auto alarm = proxy.getAlarmAtRow(proxy.index(a, 3, priority));
-                QVERIFY(alarm);
-                QCOMPARE(alarm->getIdent().getSystem(), system.data(Qt::EditRole).toString());
-                QCOMPARE(alarm->getData().priority, lastPriority);
-                QCOMPARE(proxy.rowCount(proxy.index(a, 0, priority)), 0);
-                ++alarms;
+        QCOMPARE(proxy.rowCount(), 3);
+        int alarms = 0;
+        for (int s = 0; s < 3; ++s) {
+            const QModelIndex system = proxy.index(s, 0);
+            QCOMPARE(system.data(Qt::EditRole).toString(), QStringLiteral("Sys%1").arg(QChar('A' + s)));
+            QCOMPARE(system.data().toString(), QStringLiteral("Sys%1 (10)").arg(QChar('A' + s)));
+            QVERIFY(!proxy.getAlarmAtRow(system));
+            QVERIFY(!proxy.index(s, 1).data().isValid());
+            int lastPriority = -1;
+            for (int p = 0; p < proxy.rowCount(system); ++p) {
+                const QModelIndex priority = proxy.index(p, 0, system);
+                // Priorities are ordered as numbers, not as texts ("100" < "50").
+                QVERIFY(priority.data(Qt::EditRole).toInt() > lastPriority);
+                lastPriority = priority.data(Qt::EditRole).toInt();
+                QVERIFY(!proxy.getAlarmAtRow(priority));
+                for (int a = 0; a < proxy.rowCount(priority); ++a) {
+                    const auto alarm = proxy.getAlarmAtRow(proxy.index(a, 3, priority));
+                    QVERIFY(alarm);
+                    QCOMPARE(alarm->getIdent().getSystem(), system.data(Qt::EditRole).toString());
+                    QCOMPARE(alarm->getData().priority, lastPriority);
+                    QCOMPARE(proxy.rowCount(proxy.index(a, 0, priority)), 0);
+                    ++alarms;
+                }
             }
         }
-    }
-    QCOMPARE(alarms, 30);
-    // The walk of an export reaches every row, collapsed or not.
-    QCOMPARE(ModelRowSelection::allRowsDepthFirst(&proxy).size(), 3 + 12 + 30);
-    const ModelRowSelection top(&proxy);
-    QCOMPARE(top.count(), 3);
-    QVERIFY(top.hasChildren(0));
-    QCOMPARE(top.childSelection(0).count(), 4);
+        QCOMPARE(alarms, 30);
+        // The walk of an export reaches every row, collapsed or not.
+        QCOMPARE(ModelRowSelection::allRowsDepthFirst(&proxy).size(), 3 + 12 + 30);
+        const ModelRowSelection top(&proxy);
+        QCOMPARE(top.count(), 3);
+        QVERIFY(top.hasChildren(0));
+        QCOMPARE(top.childSelection(0).count(), 4);
 
-    // Filtering empties groups: they disappear; regrouping keeps the filter.
-    proxy.setFilter(sourceFilter({ruleSet(false, {numberFilter(QStringLiteral("priority"), QStringLiteral("<60"))})}));
-    for (int s = 0; s < 3; ++s)
-        QCOMPARE(proxy.rowCount(proxy.index(s, 0)), 2);
-    proxy.setGrouping(grouping({QStringLiteral("priority")}));
-    QCOMPARE(proxy.rowCount(), 2);
-    QCOMPARE(proxy.index(0, 0).data(Qt::EditRole).toInt(), 100);
-    proxy.setGrouping(grouping({}));
-    QCOMPARE(proxy.rowCount(), 14);
-    QVERIFY(proxy.getAlarmAtRow(proxy.index(0, 0)));
-}
-
-void TestAlarmProxy::burstsAreAppliedInOneStep_data()
-{
-    QTest::addColumn<QStringList>("groups");
-    QTest::addColumn<int>("incrementalLimit");
-    QTest::newRow("flat, row by row") << QStringList() << 1000;
-    QTest::newRow("flat, as reset") << QStringList() << 0;
-    QTest::newRow("grouped, row by row") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 1000;
-    QTest::newRow("grouped, as reset") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 0;
-}
-
-void TestAlarmProxy::burstsAreAppliedInOneStep()
-{
-    QFETCH(QStringList, groups);
-    QFETCH(int, incrementalLimit);
-    auto model = QSharedPointer<AlarmsModel>::create();
-    const auto alarms = sampleAlarms();
-    model->setAlarms(alarms);
-    const SourceAndFilter filter =
-        sourceFilter({ruleSet(false, {patternFilter(QStringLiteral("text"), QStringLiteral("Level*"))})});
-
-    AlarmsProxyModel proxy;
-    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    proxy.setIncrementalBurstLimit(incrementalLimit);
-    proxy.setAlarmsModel(model);
-    proxy.setGrouping(grouping(groups));
-    proxy.setFilter(filter);
-    const QPersistentModelIndex untouched = proxy.findAlarm(alarms.at(0)->getIdent());
-    QVERIFY(untouched.isValid());
-
-    AlarmBurst burst;
-    burst.remove(alarms.at(1)->getIdent());                                        // shown, goes
-    burst.remove(AlarmIdent(QStringLiteral("SysA"), 999));                           // unknown: ignored
-    QVERIFY(proxy.findAlarm(alarms.at(8)->getIdent()).isValid());
-    QVERIFY(proxy.findAlarm(alarms.at(6)->getIdent()).isValid());
-    burst.upsert(changed(alarms.at(8), 7, AlarmInstance::CameAcknowledged));       // moves to a new group
-    burst.upsert(changed(alarms.at(6), 100, AlarmInstance::WentUnacknowledged));  // same place
-    burst.upsert(makeAlarm(QStringLiteral("SysD"), 100, 300, QStringLiteral("Pump fault"), baseTime + 99999));
-    burst.upsert(makeAlarm(QStringLiteral("SysA"), 101, 50, QStringLiteral("Level low"), baseTime)); // filtered out
-    auto leaving = alarms.at(9);                                                  // filtered out by the update
-    burst.upsert(makeAlarm(leaving->getIdent().getSystem(), leaving->getIdent().getSerial(), 50,
-                           QStringLiteral("Level low"), baseTime));
-    // Every alarm of group SysC/200 goes: the group must go with it.
-    for (const auto &alarm : alarms) {
-        if (alarm->getIdent().getSystem() == QLatin1String("SysC") && alarm->getData().priority == 200)
-            burst.remove(alarm->getIdent());
+        // Filtering empties groups: they disappear; regrouping keeps the filter.
+        proxy.setFilter(sourceFilter({ruleSet(false, {numberFilter(QStringLiteral("priority"), QStringLiteral("<60"))})}));
+        for (int s = 0; s < 3; ++s)
+            QCOMPARE(proxy.rowCount(proxy.index(s, 0)), 2);
+        proxy.setGrouping(grouping({QStringLiteral("priority")}));
+        QCOMPARE(proxy.rowCount(), 2);
+        QCOMPARE(proxy.index(0, 0).data(Qt::EditRole).toInt(), 100);
+        proxy.setGrouping(grouping({}));
+        QCOMPARE(proxy.rowCount(), 14);
+        QVERIFY(proxy.getAlarmAtRow(proxy.index(0, 0)));
     }
 
-    QSignalSpy modelBursts(model.data(), &AlarmsModel::alarmsChanged);
-    QSignalSpy resets(&proxy, &QAbstractItemModel::modelReset);
-    QSignalSpy inserts(&proxy, &QAbstractItemModel::rowsInserted);
-    model->applyBurst(burst);
-    QCOMPARE(modelBursts.size(), 1);
-    if (incrementalLimit == 0) {
-        QCOMPARE(resets.size(), 1);
-        QCOMPARE(inserts.size(), 0);
-    } else {
-        QCOMPARE(resets.size(), 0);
-        QVERIFY(untouched.isValid()); // row by row keeps the operator's place
-        QCOMPARE(proxy.getAlarmAtRow(untouched)->getIdent(), alarms.at(0)->getIdent());
+    void burstsAreAppliedInOneStep_data()
+    {
+        QTest::addColumn<QStringList>("groups");
+        QTest::addColumn<int>("incrementalLimit");
+        QTest::newRow("flat, row by row") << QStringList() << 1000;
+        QTest::newRow("flat, as reset") << QStringList() << 0;
+        QTest::newRow("grouped, row by row") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 1000;
+        QTest::newRow("grouped, as reset") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 0;
+    }
+    void burstsAreAppliedInOneStep()
+    {
+        QFETCH(QStringList, groups);
+        QFETCH(int, incrementalLimit);
+        auto model = QSharedPointer<AlarmsModel>::create();
+        const auto alarms = sampleAlarms();
+        model->setAlarms(alarms);
+        const SourceAndFilter filter =
+            sourceFilter({ruleSet(false, {patternFilter(QStringLiteral("text"), QStringLiteral("Level*"))})});
+
+        AlarmsProxyModel proxy;
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setIncrementalBurstLimit(incrementalLimit);
+        proxy.setAlarmsModel(model);
+        proxy.setGrouping(grouping(groups));
+        proxy.setFilter(filter);
+        const QPersistentModelIndex untouched = proxy.findAlarm(alarms.at(0)->getIdent());
+        QVERIFY(untouched.isValid());
+
+        AlarmBurst burst;
+        burst.remove(alarms.at(1)->getIdent());                                        // shown, goes
+        burst.remove(AlarmIdent(QStringLiteral("SysA"), 999));                           // unknown: ignored
+        QVERIFY(proxy.findAlarm(alarms.at(8)->getIdent()).isValid());
+        QVERIFY(proxy.findAlarm(alarms.at(6)->getIdent()).isValid());
+        burst.upsert(changed(alarms.at(8), 7, AlarmInstance::CameAcknowledged));       // moves to a new group
+        burst.upsert(changed(alarms.at(6), 100, AlarmInstance::WentUnacknowledged));  // same place
+        burst.upsert(makeAlarm(QStringLiteral("SysD"), 100, 300, QStringLiteral("Pump fault"), baseTime + 99999));
+        burst.upsert(makeAlarm(QStringLiteral("SysA"), 101, 50, QStringLiteral("Level low"), baseTime)); // filtered out
+        auto leaving = alarms.at(9);                                                  // filtered out by the update
+        burst.upsert(makeAlarm(leaving->getIdent().getSystem(), leaving->getIdent().getSerial(), 50,
+                               QStringLiteral("Level low"), baseTime));
+        // Every alarm of group SysC/200 goes: the group must go with it.
+        for (const auto &alarm : alarms) {
+            if (alarm->getIdent().getSystem() == QLatin1String("SysC") && alarm->getData().priority == 200)
+                burst.remove(alarm->getIdent());
+        }
+
+        QSignalSpy modelBursts(model.data(), &AlarmsModel::alarmsChanged);
+        QSignalSpy resets(&proxy, &QAbstractItemModel::modelReset);
+        QSignalSpy inserts(&proxy, &QAbstractItemModel::rowsInserted);
+        model->applyBurst(burst);
+        QCOMPARE(modelBursts.size(), 1);
+        if (incrementalLimit == 0) {
+            QCOMPARE(resets.size(), 1);
+            QCOMPARE(inserts.size(), 0);
+        } else {
+            QCOMPARE(resets.size(), 0);
+            QVERIFY(untouched.isValid()); // row by row keeps the operator's place
+            QCOMPARE(proxy.getAlarmAtRow(untouched)->getIdent(), alarms.at(0)->getIdent());
+        }
+
+        // The result is what a table built from scratch shows.
+        AlarmsProxyModel reference;
+        reference.setAlarmsModel(model);
+        reference.setGrouping(grouping(groups));
+        reference.setFilter(filter);
+        QCOMPARE(dump(proxy), dump(reference));
+        QVERIFY(!proxy.findAlarm(alarms.at(1)->getIdent()).isValid());
+        QVERIFY(!proxy.findAlarm(leaving->getIdent()).isValid());
+        QVERIFY(proxy.findAlarm(AlarmIdent(QStringLiteral("SysD"), 100)).isValid());
+        const auto updated = proxy.getAlarmAtRow(proxy.findAlarm(alarms.at(6)->getIdent()));
+        QVERIFY(updated);
+        QCOMPARE(updated->getData().state, AlarmInstance::WentUnacknowledged);
     }
 
-    // The result is what a table built from scratch shows.
-    AlarmsProxyModel reference;
-    reference.setAlarmsModel(model);
-    reference.setGrouping(grouping(groups));
-    reference.setFilter(filter);
-    QCOMPARE(dump(proxy), dump(reference));
-    QVERIFY(!proxy.findAlarm(alarms.at(1)->getIdent()).isValid());
-    QVERIFY(!proxy.findAlarm(leaving->getIdent()).isValid());
-    QVERIFY(proxy.findAlarm(AlarmIdent(QStringLiteral("SysD"), 100)).isValid());
-    const auto updated = proxy.getAlarmAtRow(proxy.findAlarm(alarms.at(6)->getIdent()));
-    QVERIFY(updated);
-    QCOMPARE(updated->getData().state, AlarmInstance::WentUnacknowledged);
-}
+    void modelBurstResolution()
+    {
+        AlarmsModel model;
+        RecordingConsumer consumer;
+        model.addConsumer(&consumer);
+        const auto alarms = sampleAlarms();
+        model.setAlarms(alarms.mid(0, 3));
+        QCOMPARE(consumer.resets, 1);
 
-void TestAlarmProxy::modelBurstResolution()
-{
-    AlarmsModel model;
-    RecordingConsumer consumer;
-    model.addConsumer(&consumer);
-    const auto alarms = sampleAlarms();
-    model.setAlarms(alarms.mid(0, 3));
-    QCOMPARE(consumer.resets, 1);
+        AlarmBurst burst;
+        burst.upsert(alarms.at(5));                                     // added, then removed: nothing
+        burst.remove(alarms.at(5)->getIdent());
+        burst.upsert(changed(alarms.at(0), 1, AlarmInstance::CameAcknowledged));
+        burst.upsert(changed(alarms.at(0), 2, AlarmInstance::CameAcknowledged)); // the later wins
+        burst.remove(alarms.at(1)->getIdent());
+        burst.upsert(alarms.at(7));
+        model.applyBurst(burst);
 
-    AlarmBurst burst;
-    burst.upsert(alarms.at(5));                                     // added, then removed: nothing
-    burst.remove(alarms.at(5)->getIdent());
-    burst.upsert(changed(alarms.at(0), 1, AlarmInstance::CameAcknowledged));
-    burst.upsert(changed(alarms.at(0), 2, AlarmInstance::CameAcknowledged)); // the later wins
-    burst.remove(alarms.at(1)->getIdent());
-    burst.upsert(alarms.at(7));
-    model.applyBurst(burst);
+        QCOMPARE(consumer.changes.size(), 1);
+        const AlarmChanges &c = consumer.changes.at(0);
+        QCOMPARE(c.added.size(), 1);
+        QCOMPARE(c.added.at(0), alarms.at(7));
+        QCOMPARE(c.removed.size(), 1);
+        QCOMPARE(c.removed.at(0), alarms.at(1));
+        QCOMPARE(c.updated.size(), 1);
+        QCOMPARE(c.updated.at(0).first, alarms.at(0));
+        QCOMPARE(c.updated.at(0).second->getData().priority, 2);
+        QCOMPARE(model.count(), 3);
+        QCOMPARE(model.getAlarm(alarms.at(0)->getIdent())->getData().priority, 2);
+        QVERIFY(!model.getAlarm(alarms.at(1)->getIdent()));
+        QCOMPARE(model.getAlarm(alarms.at(2)->getIdent()), alarms.at(2));
 
-    QCOMPARE(consumer.changes.size(), 1);
-    const AlarmChanges &c = consumer.changes.at(0);
-    QCOMPARE(c.added.size(), 1);
-    QCOMPARE(c.added.at(0), alarms.at(7));
-    QCOMPARE(c.removed.size(), 1);
-    QCOMPARE(c.removed.at(0), alarms.at(1));
-    QCOMPARE(c.updated.size(), 1);
-    QCOMPARE(c.updated.at(0).first, alarms.at(0));
-    QCOMPARE(c.updated.at(0).second->getData().priority, 2);
-    QCOMPARE(model.count(), 3);
-    QCOMPARE(model.getAlarm(alarms.at(0)->getIdent())->getData().priority, 2);
-    QVERIFY(!model.getAlarm(alarms.at(1)->getIdent()));
-    QCOMPARE(model.getAlarm(alarms.at(2)->getIdent()), alarms.at(2));
+        // An empty result tells nobody; a removed consumer hears nothing more.
+        AlarmBurst nothing;
+        nothing.remove(AlarmIdent(QStringLiteral("SysA"), 12345));
+        model.applyBurst(nothing);
+        model.removeConsumer(&consumer);
+        model.applyBurst(burst);
+        QCOMPARE(consumer.changes.size(), 1);
+    }
 
-    // An empty result tells nobody; a removed consumer hears nothing more.
-    AlarmBurst nothing;
-    nothing.remove(AlarmIdent(QStringLiteral("SysA"), 12345));
-    model.applyBurst(nothing);
-    model.removeConsumer(&consumer);
-    model.applyBurst(burst);
-    QCOMPARE(consumer.changes.size(), 1);
-}
+    void resetsAndModelChanges()
+    {
+        auto model = QSharedPointer<AlarmsModel>::create();
+        AlarmsProxyModel proxy;
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setGrouping(grouping({QStringLiteral("system")}));
+        proxy.setAlarmsModel(model);
+        QCOMPARE(proxy.rowCount(), 0);
+        model->setAlarms(sampleAlarms());
+        QCOMPARE(proxy.rowCount(), 3);
+        QCOMPARE(proxy.getVisibleAlarmCount(), 30);
 
-void TestAlarmProxy::resetsAndModelChanges()
-{
-    auto model = QSharedPointer<AlarmsModel>::create();
-    AlarmsProxyModel proxy;
-    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    proxy.setGrouping(grouping({QStringLiteral("system")}));
-    proxy.setAlarmsModel(model);
-    QCOMPARE(proxy.rowCount(), 0);
-    model->setAlarms(sampleAlarms());
-    QCOMPARE(proxy.rowCount(), 3);
-    QCOMPARE(proxy.getVisibleAlarmCount(), 30);
+        auto other = QSharedPointer<AlarmsModel>::create();
+        other->setAlarms(sampleAlarms().mid(0, 2));
+        proxy.setAlarmsModel(other);
+        QCOMPARE(proxy.getVisibleAlarmCount(), 2);
+        model->clear(); // the old model is no longer followed
+        QCOMPARE(proxy.getVisibleAlarmCount(), 2);
+        QCOMPARE(proxy.getAlarmByIdent(AlarmIdent(QStringLiteral("SysA"), 1))->getIdent().getSerial(), 1);
 
-    auto other = QSharedPointer<AlarmsModel>::create();
-    other->setAlarms(sampleAlarms().mid(0, 2));
-    proxy.setAlarmsModel(other);
-    QCOMPARE(proxy.getVisibleAlarmCount(), 2);
-    model->clear(); // the old model is no longer followed
-    QCOMPARE(proxy.getVisibleAlarmCount(), 2);
-    QCOMPARE(proxy.getAlarmByIdent(AlarmIdent(QStringLiteral("SysA"), 1))->getIdent().getSerial(), 1);
-
-    // Unknown columns stay empty instead of breaking the table.
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("column 'nonsense' names no alarm property")));
-    proxy.setColumns({ColumnDefinition(0, QStringLiteral("system"), QStringLiteral("System")),
-                      ColumnDefinition(0, QStringLiteral("nonsense"), QStringLiteral("?"))});
-    QCOMPARE(proxy.columnCount(), 2);
-    QCOMPARE(proxy.headerData(0, Qt::Horizontal).toString(), QStringLiteral("System"));
-    const QModelIndex alarmRow = proxy.index(0, 1, proxy.index(0, 0));
-    QVERIFY(proxy.getAlarmAtRow(alarmRow));
-    QVERIFY(!alarmRow.data().isValid());
-}
+        // Unknown columns stay empty instead of breaking the table.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("column 'nonsense' names no alarm property")));
+        proxy.setColumns({ColumnDefinition(0, QStringLiteral("system"), QStringLiteral("System")),
+                          ColumnDefinition(0, QStringLiteral("nonsense"), QStringLiteral("?"))});
+        QCOMPARE(proxy.columnCount(), 2);
+        QCOMPARE(proxy.headerData(0, Qt::Horizontal).toString(), QStringLiteral("System"));
+        const QModelIndex alarmRow = proxy.index(0, 1, proxy.index(0, 0));
+        QVERIFY(proxy.getAlarmAtRow(alarmRow));
+        QVERIFY(!alarmRow.data().isValid());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestAlarmProxy)
 #include "tst_alarmproxy.moc"

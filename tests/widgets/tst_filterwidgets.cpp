@@ -3,6 +3,7 @@
 #include "ValueFilterSingleValue.h"
 #include "WFixedFilterToggleButton.h"
 #include "WFixedMultiFilterToggle.h"
+#include "WTextFilter.h"
 
 #include <QSignalSpy>
 #include <QToolButton>
@@ -185,6 +186,27 @@ private slots:
         QVERIFY(multi->isMatchCase());
         copy->findFixedFilter(QStringLiteral("high"))->setChecked(false);
         QVERIFY(isChecked(multi, QStringLiteral("high")));
+    }
+
+    void textFilterClearButtonSignalsOnce()
+    {
+        WTextFilter edit;
+        QVERIFY(!edit.isClearButtonEnabled());
+        QSignalSpy cleared(&edit, SIGNAL(textCleared()));
+        edit.enableClearButtonSignal();
+        edit.enableClearButtonSignal();
+        QVERIFY(edit.isClearButtonEnabled());
+        edit.setText(QStringLiteral("abc"));
+        // The button that the operator clicks carries the clear action.
+        auto *button = edit.findChild<QToolButton *>();
+        QVERIFY(button);
+        button->click();
+        QCOMPARE(cleared.count(), 1);
+        QVERIFY(edit.text().isEmpty());
+        // Typing is not clearing.
+        QTest::keyClicks(&edit, QStringLiteral("x"));
+        edit.clear();
+        QCOMPARE(cleared.count(), 1);
     }
 };
 

@@ -5,9 +5,17 @@
 #include "Resources.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SourceAndFiltersUiFactoryPlugin.h"
+#include "SourceUiLong.h"
+#include "SysOracleArchive.h"
+#include "SystemSelectionModel.h"
+#include "SystemSelectionTable.h"
+#include "TimeRangeEditor.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -47,6 +55,11 @@ private:
         return projectPath + QStringLiteral("bin/plugins/") + name + QStringLiteral(".so");
     }
 
+    static QPushButton *button(const QWidget *source, const char *name)
+    {
+        return source->findChild<QPushButton *>(QLatin1String(name));
+    }
+
 private slots:
     void initTestCase() { QVERIFY(m_root.isValid()); }
 
@@ -61,6 +74,14 @@ private slots:
         QVERIFY(panel->getQuickFilterEditor());
         QVERIFY(!panel->getStructuredFilterUi());
         QVERIFY(panel->getTabGroups().isEmpty());
+        // A source selector that may apply, above the quick filter.
+        parent.show();
+        auto *source = qobject_cast<SourceUiLong *>(panel->getSourceUi());
+        QVERIFY(source);
+        QCOMPARE(source->parentWidget(), panel.data());
+        QVERIFY(source->mayApplySettings());
+        QVERIFY(button(source, "pushButtonApply")->isVisible());
+        QVERIFY(source->geometry().bottom() <= panel->getQuickFilterEditor()->geometry().top());
 
         QStringList list{"kept"};
         QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QString()), list));
@@ -72,6 +93,46 @@ private slots:
         QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QString(), true), list));
         QVERIFY(log.lines().isEmpty());
         QVERIFY(!SourceAndFiltersUiFactory::getAllPlugins().contains(QStringLiteral("anything")));
+    }
+
+    void builtInPanelAppliesTheOperatorsChoice()
+    {
+        SysOracleArchive::getInstance()->setSystems({"North", "South", "West"});
+        LogCapture log;
+        QWidget parent;
+        SourceAndFiltersUi *panel = SourceAndFiltersUiFactory(&log.producer).create(configFor(QString()), &parent);
+        auto *source = qobject_cast<SourceUiLong *>(panel->getSourceUi());
+        QVERIFY(source);
+        parent.show();
+        QSignalSpy changed(panel, &SourceAndFiltersUi::structuredFilterChanged);
+        QSignalSpy applied(panel, &SourceAndFiltersUi::applyStructuredFilter);
+        auto *combo = source->findChild<QComboBox *>(QStringLiteral("comboBoxMode"));
+        combo->setCurrentIndex(1);
+        emit combo->activated(1);
+        SystemSelectionModel *systems = source->getSystemSelectionTable()->getModel();
+        QVERIFY(systems->setData(systems->index(2, 0), Qt::Checked, Qt::CheckStateRole));
+        QVERIFY(systems->setData(systems->index(0, 0), Qt::Checked, Qt::CheckStateRole));
+        TimeRangeEditor *editor = source->getTimeRangeEditor();
+        editor->show();
+        editor->typeSelected(QStringLiteral("LastDays"));
+        editor->spinValueChanged(4);
+        QVERIFY(changed.count() >= 4);
+        QCOMPARE(applied.count(), 0);
+
+        QTest::mouseClick(button(source, "pushButtonApply"), Qt::LeftButton);
+        QCOMPARE(applied.count(), 1);
+        const SourceAndFilter filter = applied.at(0).at(0).value<SourceAndFilter>();
+        QCOMPARE(applied.at(0).at(1).toInt(), 0);
+        QCOMPARE(filter.getSourceMode(), Constants::SourceModeHistory);
+        QCOMPARE(filter.getSystems(), (QStringList{"West", "North"}));
+        QCOMPARE(filter.getSelectionKind(), int(SourceAndFilter::SelectBySystems));
+        QCOMPARE(filter.getTimeRange().getRangeType(), TimeRange::LastDays);
+        QCOMPARE(filter.getTimeRange().getValueCount(), 4);
+
+        QSignalSpy abort(panel, &SourceAndFiltersUi::abortQuery);
+        panel->displaySourceState(Constants::QueryRunning);
+        QTest::mouseClick(button(source, "pushButtonAbort"), Qt::LeftButton);
+        QCOMPARE(abort.count(), 1);
     }
 
     void validPluginIsLoadedOnce()
