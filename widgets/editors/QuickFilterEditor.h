@@ -15,6 +15,10 @@ class WildcardConfig;
 // it differs from it, light red when the pattern does not parse. A finished edit
 // (Return, focus loss or the clear button) reports the filter; an invalid
 // pattern is never reported.
+//
+// Closing or destroying the window takes the focus away and so finishes the
+// edit too: an owner whose slot receives the report destroys the panel (or
+// disconnects it) in its own destructor, before its members go.
 class WIDGETS_EXPORT QuickFilterEditor : public QLineEdit, public MsgLoggingProducer
 {
     Q_OBJECT
