@@ -14,6 +14,12 @@
 
 namespace AlarmTestFactory {
 
+// JSON written with single quotes, to keep the test tables readable.
+inline QByteArray json(const char *text)
+{
+    return QByteArray(text).replace('\'', '"');
+}
+
 inline AlarmInstancePtr makeAlarm(const QString &system, qint64 serial, int priority, const QString &text,
                                   qint64 timeMs, AlarmInstance::State state = AlarmInstance::CameUnacknowledged)
 {

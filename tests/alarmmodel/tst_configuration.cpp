@@ -1,4 +1,5 @@
 #include "AlarmScreenConfiguration.h"
+#include "AlarmTestFactory.h"
 #include "Constants.h"
 #include "TimeRange.h"
 
@@ -7,11 +8,7 @@
 #include <QtTest>
 
 namespace {
-// JSON written with single quotes, to keep the test tables readable.
-QByteArray json(const char *text)
-{
-    return QByteArray(text).replace('\'', '"');
-}
+using AlarmTestFactory::json;
 
 const char *const fullConfig =
     "{'format': 'AlarmScreen.Configuration', 'version': 1,"

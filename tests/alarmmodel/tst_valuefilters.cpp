@@ -1,3 +1,4 @@
+#include "AlarmTestFactory.h"
 #include "ValueFilterDate.h"
 #include "ValueFilterFixed.h"
 #include "ValueFilterFixedMulti.h"
@@ -12,11 +13,7 @@ namespace {
 const QString column = QStringLiteral("text");
 const Constants::ValueSource alarm = Constants::ValueSourceAlarm;
 
-// JSON written with single quotes, to keep the test tables readable.
-QByteArray json(const char *text)
-{
-    return QByteArray(text).replace('\'', '"');
-}
+using AlarmTestFactory::json;
 
 WildcardConfig wildcards(QChar matchAll = QLatin1Char('*'), QChar emptyPattern = QChar())
 {

@@ -253,34 +253,28 @@ private slots:
 
     void forwardingToTheParts()
     {
-        auto *source = new TestSourceUi(m_config, m_calls);
-        auto *editor = new TestStructuredFilterUi(m_config, m_calls);
-        m_panel->setSourceUi(source);
-        m_panel->setStructuredFilterUI(editor);
-
-        source->archiveAnswer = QStringLiteral("unknown system");
+        addParts();
+        m_source->archiveAnswer = QStringLiteral("unknown system");
         const QDateTime start = QDateTime::fromSecsSinceEpoch(1000);
         const QDateTime end = QDateTime::fromSecsSinceEpoch(2000);
-        QCOMPARE(m_panel->prepareArchiveMode(start, end, {QStringLiteral("S1"), QStringLiteral("S2")}),
-                 QStringLiteral("unknown system"));
+        QCOMPARE(m_panel->prepareArchiveMode(start, end, {"S1", "S2"}), QStringLiteral("unknown system"));
         m_panel->prepareOnlineMode();
         m_panel->displaySourceState(Constants::QueryRunning);
         m_panel->displaySourceCounts(10, 3);
         m_panel->setTimeSpec(Qt::UTC);
-        m_panel->connectedSystemsChanged({QStringLiteral("S1")});
-        QCOMPARE(*m_calls, (QStringList{QStringLiteral("source archive 1000 2000 S1,S2"),
-                                        QStringLiteral("source online"), QStringLiteral("source state 6"),
-                                        QStringLiteral("source counts 10 3"), QStringLiteral("source timespec 1"),
-                                        QStringLiteral("source systems S1"), QStringLiteral("editor systems S1")}));
+        m_panel->connectedSystemsChanged({"S1"});
+        QCOMPARE(*m_calls, (QStringList{"source archive 1000 2000 S1,S2", "source online", "source state 6",
+                                        "source counts 10 3", "source timespec 1", "source systems S1",
+                                        "editor systems S1"}));
         QCOMPARE(m_panel->getTimeSpec(), Qt::UTC);
-        QCOMPARE(source->getTimeSpec(), Qt::UTC);
+        QCOMPARE(m_source->getTimeSpec(), Qt::UTC);
 
         m_panel->setUseDefaultFilter(true);
-        QVERIFY(editor->isUseDefaultFilter());
+        QVERIFY(m_editor->isUseDefaultFilter());
         QVERIFY(m_panel->isUseDefaultFilter());
         QString error;
-        editor->displayResult = WFilter::PartlyDisplayed;
-        editor->displayError = QStringLiteral("some");
+        m_editor->displayResult = WFilter::PartlyDisplayed;
+        m_editor->displayError = QStringLiteral("some");
         QCOMPARE(m_panel->displayFilter(filterWith(QStringLiteral("a")), StructuredFilterUi::DefaultFilter, error),
                  WFilter::PartlyDisplayed);
         QCOMPARE(error, QStringLiteral("some"));
@@ -289,31 +283,24 @@ private slots:
 
     void compareWithFilterAsksBothParts()
     {
-        auto *source = new TestSourceUi(m_config, m_calls);
-        auto *editor = new TestStructuredFilterUi(m_config, m_calls);
-        source->systems = QStringList{QStringLiteral("S1")};
-        m_panel->setSourceUi(source);
-        m_panel->setStructuredFilterUI(editor);
-
+        addParts({"S1"});
         m_panel->compareWithFilter(m_panel->getFilter(), true);
-        QCOMPARE(*m_calls, (QStringList{QStringLiteral("source compare S1 1"), QStringLiteral("editor compare 1 1"),
-                                        QStringLiteral("source modified 1"), QStringLiteral("editor modified 1")}));
+        QCOMPARE(*m_calls, (QStringList{"source compare S1 1", "editor compare 1 1", "source modified 1",
+                                        "editor modified 1"}));
         m_calls->clear();
         m_panel->compareWithFilter(filterWith(QStringLiteral("other")), false);
-        QCOMPARE(*m_calls, (QStringList{QStringLiteral("source compare  0"), QStringLiteral("editor compare 0 0"),
-                                        QStringLiteral("source modified 0"), QStringLiteral("editor modified 0")}));
+        QCOMPARE(*m_calls, (QStringList{"source compare  0", "editor compare 0 0", "source modified 0",
+                                        "editor modified 0"}));
     }
 
     // The owner connects by signature strings; every signal and slot it uses
     // must be found that way and carry what it should.
     void signalsAnOwnerConnectsTo()
     {
-        auto *source = new TestSourceUi(m_config, m_calls);
-        auto *editor = new TestStructuredFilterUi(m_config, m_calls);
+        addParts({"S1"});
+        TestSourceUi *source = m_source;
+        TestStructuredFilterUi *editor = m_editor;
         auto *quick = new QuickFilterEditor(m_panel.data());
-        source->systems = QStringList{QStringLiteral("S1")};
-        m_panel->setSourceUi(source);
-        m_panel->setStructuredFilterUI(editor);
         m_panel->setQuickFilterEditor(quick);
 
         Owner owner;
@@ -333,7 +320,7 @@ private slots:
 
         emit source->changed();
         emit editor->structuredFilterChanged();
-        QCOMPARE(owner.events, (QStringList{QStringLiteral("changed"), QStringLiteral("changed")}));
+        QCOMPARE(owner.events, (QStringList{"changed", "changed"}));
 
         owner.events.clear();
         emit source->apply();
@@ -349,15 +336,14 @@ private slots:
         owner.events.clear();
         emit owner.requestApply(fromEditor, 2);
         emit owner.requestApplyButton();
-        QCOMPARE(owner.events, (QStringList{QStringLiteral("apply S1 2"), QStringLiteral("apply S1 0")}));
+        QCOMPARE(owner.events, (QStringList{"apply S1 2", "apply S1 0"}));
 
         owner.events.clear();
         emit source->abortQuery();
         emit editor->filterActionRequested(QStringLiteral("saveFilter"));
         quick->setText(QStringLiteral("pump"));
         QTest::keyClick(quick, Qt::Key_Return);
-        QCOMPARE(owner.events, (QStringList{QStringLiteral("abort"), QStringLiteral("action saveFilter"),
-                                            QStringLiteral("quick pump")}));
+        QCOMPARE(owner.events, (QStringList{"abort", "action saveFilter", "quick pump"}));
 
         // Without a selector the editor's record passes unchanged.
         m_panel->setSourceUi(nullptr);
@@ -385,7 +371,6 @@ private slots:
         // A quick filter editor is only replaced, not released.
         QuickFilterEditor one;
         QuickFilterEditor two;
-        QSignalSpy quick(m_panel.data(), SIGNAL(quickFilterChanged(QuickCellFilter)));
         m_panel->setQuickFilterEditor(&one);
         m_panel->setQuickFilterEditor(&two);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -476,9 +461,21 @@ private slots:
     }
 
 private:
+    // Gives the panel a selector with `systems` chosen and a structured editor.
+    void addParts(const QStringList &systems = {})
+    {
+        m_source = new TestSourceUi(m_config, m_calls);
+        m_source->systems = systems;
+        m_editor = new TestStructuredFilterUi(m_config, m_calls);
+        m_panel->setSourceUi(m_source);
+        m_panel->setStructuredFilterUI(m_editor);
+    }
+
     AlarmScreenConfiguration m_config;
     CallLog m_calls;
     QScopedPointer<TestPanel> m_panel;
+    TestSourceUi *m_source = nullptr;
+    TestStructuredFilterUi *m_editor = nullptr;
 };
 
 QTEST_MAIN(TestPanelParts)

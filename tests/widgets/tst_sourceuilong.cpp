@@ -20,21 +20,15 @@ namespace {
 const QStringList Systems{"Dist1", "Dist2", "Plant_A", "Plant_B", "Sys10"};
 
 // Lets the test move the start of the measured query instead of waiting.
-class TestableSource : public SourceUiLong
+template <typename Display> class Testable : public Display
 {
 public:
-    using SourceUiLong::SourceUiLong;
-    void startedSecondsAgo(qint64 seconds) { m_queryStart = QDateTime::currentDateTime().addSecs(-seconds); }
-    QDateTime queryStart() const { return m_queryStart; }
+    using Display::Display;
+    void startedSecondsAgo(qint64 seconds) { this->m_queryStart = QDateTime::currentDateTime().addSecs(-seconds); }
+    QDateTime queryStart() const { return this->m_queryStart; }
 };
-
-// The pop-up variant of the state display, moved the same way.
-class TestableDisplay : public QueryStateDisplay
-{
-public:
-    void startedSecondsAgo(qint64 seconds) { m_queryStart = QDateTime::currentDateTime().addSecs(-seconds); }
-    QDateTime queryStart() const { return m_queryStart; }
-};
+using TestableSource = Testable<SourceUiLong>;
+using TestableDisplay = Testable<QueryStateDisplay>; // the pop-up variant of the state display
 
 struct Fixture {
     LogCapture log;
