@@ -93,7 +93,9 @@ private slots:
         QCOMPARE(last->pos(), QPoint(0, 36));
         QCOMPARE(layout->heightForWidth(100), 56);
         // Alone in a layout it is placed at once, not pushed to a second line.
-        QVERIFY(layout->takeAt(0) && layout->takeAt(1));
+        const QScopedPointer<QLayoutItem> first(layout->takeAt(0));
+        const QScopedPointer<QLayoutItem> third(layout->takeAt(1));
+        QVERIFY(first && third);
         QCOMPARE(layout->count(), 1);
         QCOMPARE(layout->heightForWidth(100), 10);
     }
