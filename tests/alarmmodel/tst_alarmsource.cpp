@@ -3,6 +3,7 @@
 #include "AlarmTestFactory.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
+#include "SimulationTestConfig.h"
 #include "SysOracleArchive.h"
 #include "SystemConnectionsControl.h"
 #include "SystemRegistry.h"
@@ -18,18 +19,7 @@ const qint64 startMs = 1700000000000;
 
 SimulationConfig config()
 {
-    SimulationConfig c;
-    c.seed = 11;
-    c.historyChunkSize = 150;
-    for (int i = 1; i <= 3; ++i) {
-        SimulationConfig::System system;
-        system.name = QStringLiteral("Sys%1").arg(i);
-        system.id = unsigned(i);
-        system.datapoints = 60;
-        system.initialAlarms = 20;
-        system.archiveRecordsPerHour = 200;
-        c.systems.append(system);
-    }
+    SimulationConfig c = threeSystemConfig(11, 150, {60, 20, 200});
     c.systems[2].archiveFails = true;
     return c;
 }

@@ -1,7 +1,7 @@
 #include "AlarmSimulator.h"
 #include "HistoryQuery.h"
 #include "Resources.h"
-#include "SimulationConfig.h"
+#include "SimulationTestConfig.h"
 #include "TestProject.h"
 
 #include <QHash>
@@ -12,19 +12,7 @@ namespace {
 
 SimulationConfig smallConfig(quint64 seed = 7)
 {
-    SimulationConfig config;
-    config.seed = seed;
-    config.historyChunkSize = 100;
-    for (int i = 1; i <= 3; ++i) {
-        SimulationConfig::System system;
-        system.name = QStringLiteral("Sys%1").arg(i);
-        system.id = unsigned(i);
-        system.datapoints = 40;
-        system.initialAlarms = 10;
-        system.archiveRecordsPerHour = 120;
-        config.systems.append(system);
-    }
-    return config;
+    return threeSystemConfig(seed, 100, {40, 10, 120});
 }
 
 using RowMap = QHash<QPair<QString, qint64>, AlarmRecord>;
