@@ -68,12 +68,14 @@ function(as_add_layer target)
           DESTINATION include/alarmscreen/${ARG_LAYER})
 endfunction()
 
-# as_add_tests(<dir> LIBS <libs...> [SOURCES <shared sources>])
-# Every tst_<name>.cpp in <dir> becomes one QtTest executable and one ctest test,
-# run headless. Shared helper sources are compiled into each.
+# as_add_tests(<prefix> LIBS <libs...> [SOURCES <shared sources>])
+# Every tst_<name>.cpp below the current directory (sub-folders mirror the layer's
+# own) becomes one QtTest executable and one ctest test, run headless. Shared
+# helper sources are compiled into each; helpers at the directory's top are found
+# by every test.
 function(as_add_tests prefix)
   cmake_parse_arguments(ARG "" "" "LIBS;SOURCES;ENVIRONMENT" ${ARGN})
-  file(GLOB tests CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/tst_*.cpp")
+  file(GLOB_RECURSE tests CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/tst_*.cpp")
   foreach(src ${tests})
     get_filename_component(name ${src} NAME_WE)
     set(target "${prefix}_${name}")
