@@ -21,8 +21,6 @@ private slots:
         QCOMPARE(static_cast<unsigned>(MixedVar().getType()), 0x3d0000u);
         QCOMPARE(static_cast<unsigned>(IntegerVar().getType()), 0x50000u);
         QCOMPARE(static_cast<unsigned>(TextVar().getType()), 0x80000u);
-        QCOMPARE(Variable::getTypeName(MAPPING_VAR), QStringLiteral("MAPPING_VAR"));
-        QCOMPARE(Variable::getTypeName(TextVar().getType()), QStringLiteral("TEXT_VAR"));
         QCOMPARE(Variable::getTypeName(static_cast<VariableType>(0x123)),
                  QStringLiteral("UNKNOWN_VAR(0x123)"));
     }
@@ -32,8 +30,6 @@ private slots:
         QVERIFY(IntegerVar(1) == IntegerVar(1));
         QVERIFY(IntegerVar(1) != IntegerVar(2));
         QVERIFY(IntegerVar(1) != UIntegerVar(1));
-        QVERIFY(IntegerVar(1) != TextVar("1"));
-        QVERIFY(FloatVar(0.5) == FloatVar(0.5));
         QVERIFY(MixedVar() == MixedVar());
         QVERIFY(MixedVar(IntegerVar(3)) == MixedVar(IntegerVar(3)));
         QVERIFY(MixedVar(IntegerVar(3)) != MixedVar());
@@ -130,8 +126,6 @@ private slots:
         // Latin-1 both ways, byte for byte.
         QCOMPARE(umlaut.getString().bytes(), QByteArray("gr\xfc\xdf"));
         QCOMPARE(TextVar(CharString("gr\xfc\xdf")).getValue(), QString::fromUtf8("grüß"));
-        QCOMPARE(CharString::fromQString(QStringLiteral("#uses \"lib\"")).toQString(),
-                 QStringLiteral("#uses \"lib\""));
 
         TextVar repaired(static_cast<const char *>(nullptr));
         repaired.setValue(QStringLiteral("ok"));
