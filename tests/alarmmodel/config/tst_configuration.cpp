@@ -113,8 +113,6 @@ private slots:
     void timeRangeTypesForTheEditor()
     {
         const QMetaEnum e = QMetaEnum::fromType<TimeRange::RangeType>();
-        QCOMPARE(e.keyCount(), 11);
-        QCOMPARE(e.value(10), int(TimeRange::CustomInterval));
         TimeRange range;
         for (int i = 0; i < e.keyCount(); ++i) {
             range.setRangeType(TimeRange::RangeType(e.value(i)));

@@ -70,7 +70,6 @@ private slots:
                                    QVariantHash{{"k", 1}}};
         const std::unique_ptr<DynVar> dyn(converter::nativeToCtrlArguments(&m_logger, args));
         QVERIFY(dyn);
-        QCOMPARE(dyn->count(), 6);
         QCOMPARE(dyn->formatValue(), QStringLiteral("[prop, [Sys1, Sys2], 7, 1099511627776, 2.5, {k: 1}]"));
         QCOMPARE(dyn->at(1)->getType(), DYN_VAR);
         QCOMPARE(*dyn->at(2), IntegerVar(7));

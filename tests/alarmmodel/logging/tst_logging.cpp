@@ -100,7 +100,6 @@ private slots:
         MsgLoggingMultiProducer multi(&a);
         multi.addLogProducer(&b);
         multi.addLogProducer(&c);
-        QVERIFY(multi.isMulti());
         QCOMPARE(multi.getUniqueLogBuffers().size(), 2);
         QVERIFY(multi.isLogged(MsgLoggerEnums::Trace)); // b wants traces
         multi.addMessage(MsgLoggerEnums::Trace, QStringLiteral("t"));
