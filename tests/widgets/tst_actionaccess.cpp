@@ -163,7 +163,6 @@ private slots:
         component.setActionState(QStringLiteral("custom"), ActionAccess::Disabled);
 
         component.setActionAccess(owner.getActionAccess());
-        QCOMPARE(component.getActionAccess(), owner.getActionAccess());
         QCOMPARE(owner.getActionState(QStringLiteral("custom")), ActionAccess::Disabled);
         owner.setActionState(QStringLiteral("custom"), ActionAccess::Enabled);
         QVERIFY(button.isEnabled());

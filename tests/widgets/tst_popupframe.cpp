@@ -23,7 +23,6 @@ private slots:
         PopupFrame popup(&window);
         popup.resize(50, 40);
         QVERIFY(popup.windowFlags().testFlag(Qt::Popup));
-        QVERIFY(popup.windowFlags().testFlag(Qt::FramelessWindowHint));
 
         popup.toggleVisibilityBelowWidget(anchor);
         QVERIFY(popup.isVisible());

@@ -93,7 +93,6 @@ private slots:
     void invalidRegularExpressionIsNeverEmitted()
     {
         child<QRadioButton>(*m_editor, "radioButtonRegExp")->click();
-        QCOMPARE(m_editor->getEditedFilter().getMode(), 2);
         QTest::keyClicks(m_editor.data(), QStringLiteral("a(b"));
         QCOMPARE(background(*m_editor), kRed);
         QCOMPARE(QToolTip::text(), QStringLiteral("Incorrect pattern: a(b"));
@@ -211,7 +210,6 @@ private slots:
         setup->trigger();
         QVERIFY(options->isVisible());
         QCOMPARE(options->pos(), m_editor->mapToGlobal(QPoint(0, m_editor->height() - 1)));
-        QCOMPARE(options->frameShape(), QFrame::Box);
         setup->trigger();
         QVERIFY(!options->isVisible());
     }
