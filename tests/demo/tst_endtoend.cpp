@@ -111,10 +111,8 @@ void TestEndToEnd::badProjectStartsWithWhatItHas_data()
     QTest::addColumn<QString>("message");
 
     QTest::newRow("no project") << "missing" << "does not exist";
-    QTest::newRow("malformed configuration") << "badconfig" << "config/alarmscreen.json";
     QTest::newRow("unknown plug-in") << "plugin" << "the panel plug-in 'noSuchPanel' was not found";
     QTest::newRow("folders missing") << "folders" << "has no colorDB folder";
-    QTest::newRow("malformed simulation") << "badsimulation" << "simulating the default systems";
 }
 
 void TestEndToEnd::badProjectStartsWithWhatItHas()
@@ -125,17 +123,13 @@ void TestEndToEnd::badProjectStartsWithWhatItHas()
     QString dir = project.path();
     if (spoil == QLatin1String("missing")) {
         dir += QStringLiteral("/nowhere");
-    } else if (spoil == QLatin1String("badconfig")) {
-        project.write(QStringLiteral("config/alarmscreen.json"), "{\"format\": \"AlarmScreen.Configuration\",");
     } else if (spoil == QLatin1String("plugin")) {
         project.write(QStringLiteral("config/alarmscreen.json"),
                       "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1,"
                       " \"filterWidget\": {\"panelPlugin\": \"noSuchPanel\"}}");
-    } else if (spoil == QLatin1String("folders")) {
+    } else {
         project.remove(QStringLiteral("colorDB"));
         project.remove(QStringLiteral("bin"));
-    } else {
-        project.write(QStringLiteral("config/alarm-simulation.json"), "{\"systems\": [{\"name\": 3}]}");
     }
     const QString file = m_out.filePath(spoil + QStringLiteral(".png"));
     const Run run = runDemo({QStringLiteral("--project"), dir, QStringLiteral("--screenshot"), file});
