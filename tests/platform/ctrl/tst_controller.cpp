@@ -298,6 +298,26 @@ private slots:
         QCOMPARE(b.result->formatValue(), QStringLiteral("upper 2"));
     }
 
+    // The first #uses line that brings a function answers for it, whatever the
+    // libraries are called; the later ones still serve the rest.
+    void firstLibraryDefiningAFunctionAnswers()
+    {
+        TestProject project;
+        project.write(QStringLiteral("scripts/libs/pumps.js"), "function origin() { return 'pumps'; }");
+        project.write(QStringLiteral("scripts/libs/alarms.js"),
+                      "function origin() { return 'alarms'; }\nfunction onlyHere() { return 'alarms'; }");
+        CCodeExternData extern_("TestController", "TestController");
+        const int id = Controller::thisPtr->checkIn("#uses \"pumps\"\n#uses \"alarms\"", DynVar(), &extern_,
+                                                    nullptr, 0, 0, 0);
+        QVERIFY(id > 0);
+        const auto first = call(id, "origin", DynVar());
+        QVERIFY(first->result);
+        QCOMPARE(first->result->formatValue(), QStringLiteral("pumps"));
+        const auto second = call(id, "onlyHere", DynVar());
+        QVERIFY(second->result);
+        QCOMPARE(second->result->formatValue(), QStringLiteral("alarms"));
+    }
+
     void callerDestroyedWhileCallInFlight()
     {
         Controller::thisPtr->setAnswerDelay(QStringLiteral("native"), 30);
