@@ -180,6 +180,17 @@ private slots:
         QVERIFY(error.contains(QLatin1String("already exists")));
     }
 
+    void namesWithoutADatapointOrElementPartAreRefused()
+    {
+        for (const char *name : {".Element", "Dp.", "."}) {
+            QString error;
+            QVERIFY2(!Manager::dpCreateElement(QLatin1String(name), IntegerVar(1), error), name);
+            QVERIFY2(error.contains(QLatin1String("invalid datapoint element name")), qPrintable(error));
+            DpIdentifier id;
+            QVERIFY(!Manager::getId(QLatin1String(name), id));
+        }
+    }
+
     void projectDatapointFile()
     {
         TestProject project;
@@ -219,6 +230,10 @@ private slots:
             << QByteArray(R"({"datapoints": [{"name": "Bad", "elements": [
                    {"name": "Good", "value": 1}, {"name": "Good", "value": 2}]}]})")
             << "\"Bad.Good\" is defined twice";
+        QTest::newRow("element without a name")
+            << QByteArray(R"({"datapoints": [{"name": "Bad", "elements": [
+                   {"name": "Good", "value": 1}, {"name": "", "value": 2}]}]})")
+            << "invalid datapoint element name \"Bad.\"";
         QTest::newRow("exists")
             << QByteArray(R"({"datapoints": [{"name": "Bad", "elements": [{"name": "Good", "value": 1}]},
                                               {"name": "Stats", "elements": [{"name": "SetName", "value": ""}]}]})")
