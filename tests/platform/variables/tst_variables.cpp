@@ -76,6 +76,19 @@ private slots:
         QVERIFY(map != reordered);
     }
 
+    void mappingIsNotEqualToASubOrSuperset()
+    {
+        MappingVar map;
+        map.setAt(TextVar("a"), IntegerVar(1));
+        map.setAt(TextVar("b"), IntegerVar(2));
+        MappingVar subset;
+        subset.setAt(TextVar("a"), IntegerVar(1));
+        QVERIFY(map != subset);
+        QVERIFY(subset != map);
+        QVERIFY(MappingVar() != subset);
+        QVERIFY(subset != MappingVar());
+    }
+
     void copiesAreDeep()
     {
         DynVar inner;
