@@ -69,6 +69,10 @@ private slots:
         QTest::newRow("foreign") << json("{'format': 'AlarmScreen.SourceAndFilter', 'version': 1}")
                                  << "not an alarm screen configuration";
         QTest::newRow("no version") << json("{'format': 'AlarmScreen.Configuration'}") << "'version' is missing";
+        QTest::newRow("fractional version") << json("{'format': 'AlarmScreen.Configuration', 'version': 1.5}")
+                                            << "'version' must be an integer";
+        QTest::newRow("fractional source code") << QByteArray(good).replace("\"source\": 1,", "\"source\": 1.5,")
+                                                << "'columns[1].source' must be a value source name";
         QTest::newRow("misspelt key") << QByteArray(good).replace("noPanel", "noPannel")
                                       << "unknown key 'filterWidget.noPannel'";
         QTest::newRow("wrong type") << QByteArray(good).replace("\"noPanel\": true", "\"noPanel\": 1")

@@ -173,6 +173,9 @@ private slots:
                                                     << "filter.ruleSets[0].filters[1].items[0]': invalid regular expression";
         QTest::newRow("bad number rule") << QByteArray(good).replace("<10", "<1O")
                                          << "cannot parse number rule(s) '<1O'";
+        QTest::newRow("fractional selection kind")
+            << QByteArray(good).replace("\"selectionKind\": 1", "\"selectionKind\": 0.5")
+            << "'selectionKind' must be an integer";
         QTest::newRow("bad mode") << QByteArray(good).replace("\"History\"", "\"Future\"") << "unknown source mode";
         QTest::newRow("bad time") << QByteArray(good).replace("2024-05-01T08:00:00.000Z", "yesterday")
                                   << "ISO 8601";
