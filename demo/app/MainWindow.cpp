@@ -9,6 +9,7 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SystemConnectionsControl.h"
+#include "TableServices.h"
 
 #include <QAction>
 #include <QDir>
@@ -73,18 +74,20 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     m_simulator->setConfig(project.getSimulation(), QDateTime::currentMSecsSinceEpoch());
     m_source = new AlarmSource(m_simulator, m_model, this, this);
     m_simulator->start();
+    m_services = new TableServices(this, m_table, m_proxy, m_simulator, this);
 
     createActions();
     shareActionAccess();
     connectPanel();
     connectSource();
+    m_services->setFocusArea(central, m_panel ? m_panel->getTabGroups() : QList<QWidget *>());
 
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::expandGroups);
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateAlarmCount);
     connect(m_proxy, &QAbstractItemModel::rowsRemoved, this, &MainWindow::updateAlarmCount);
     connect(m_proxy, &QAbstractItemModel::modelReset, this, [this] {
         if (m_groupedAction->isChecked())
-            m_table->expandAll();
+            m_services->tableRebuilt();
         updateAlarmCount();
     });
 
@@ -138,6 +141,8 @@ void MainWindow::shareActionAccess()
 void MainWindow::createActions()
 {
     QMenu *fileMenu = menuBar()->addMenu(tr("&File"));
+    fileMenu->addAction(m_services->getExportAction());
+    fileMenu->addSeparator();
     QAction *quit = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
@@ -256,10 +261,10 @@ void MainWindow::setGrouped(bool grouped)
     grouped = grouped && m_config.getGroupingConfig().isGrouped();
     if (m_groupedAction->isChecked() != grouped)
         m_groupedAction->setChecked(grouped); // comes back here through toggled()
-    m_proxy->setGrouping(grouped ? m_config.getGroupingConfig() : GroupingConfiguration(this, QString()));
+    const GroupingConfiguration grouping = grouped ? m_config.getGroupingConfig() : GroupingConfiguration(this, QString());
+    m_services->groupingChanged(grouping);
+    m_proxy->setGrouping(grouping);
     m_table->setRootIsDecorated(grouped);
-    if (grouped)
-        m_table->expandAll();
 }
 
 void MainWindow::saveFilter()
@@ -344,13 +349,8 @@ void MainWindow::updateAlarmCount()
 
 void MainWindow::expandGroups(const QModelIndex &parent, int first, int last)
 {
-    if (!m_groupedAction->isChecked())
-        return;
-    for (int row = first; row <= last; ++row) {
-        const QModelIndex index = m_proxy->index(row, 0, parent);
-        if (!m_proxy->getAlarmAtRow(index))
-            m_table->expandRecursively(index);
-    }
+    if (m_groupedAction->isChecked())
+        m_services->rowsInserted(parent, first, last);
 }
 
 void MainWindow::reportProblem(const QString &text)

@@ -19,6 +19,7 @@ class QAction;
 class QLabel;
 class QTreeView;
 class SourceAndFiltersUi;
+class TableServices;
 
 // The demo alarm screen: it plays the part of the widget that owns the
 // component library. It builds the source and filter panel through the
@@ -39,6 +40,7 @@ public:
     AlarmSource *getAlarmSource() const { return m_source; }
     AlarmSimulator *getSimulator() const { return m_simulator; }
     QAction *getGroupedAction() const { return m_groupedAction; }
+    TableServices *getTableServices() const { return m_services; }
     const SourceAndFilter &getAppliedFilter() const { return m_appliedFilter; }
     bool hasShownAlarms() const { return m_alarmsShown; }
     // Problems found while building the window (besides those of the project).
@@ -78,6 +80,7 @@ private:
     SourceAndFiltersUi *m_panel = nullptr;
     QTreeView *m_table = nullptr;
     QLabel *m_countLabel = nullptr;
+    TableServices *m_services = nullptr;
     QAction *m_groupedAction = nullptr;
     QAction *m_saveFilterAction = nullptr;
     QAction *m_loadFilterAction = nullptr;

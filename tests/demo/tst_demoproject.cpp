@@ -3,6 +3,7 @@
 // the owner's side of the panel (shared action rights, quick filter answer,
 // grouping, failing queries).
 
+#include "AlarmSimulator.h"
 #include "AlarmSource.h"
 #include "AlarmsProxyModel.h"
 #include "DemoOptions.h"
@@ -18,6 +19,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
 #include <QTreeView>
@@ -211,15 +213,34 @@ void TestDemoProject::groupingSwitchesBetweenTreeAndList()
 
     window.getGroupedAction()->trigger();
     QCOMPARE(proxy->getGroupingDepth(), 2);
-    // Top level: one group per system, each expanded down to the alarms.
+    // Top level: one group per system, below it the alarm classes.
     QCOMPARE(proxy->rowCount(), demo.getSimulation().systems.size());
-    const QModelIndex system = proxy->index(0, 0);
+    QTreeView *table = window.getAlarmTable();
+    const QPersistentModelIndex system = proxy->index(0, 0);
     QVERIFY(!proxy->getAlarmAtRow(system));
-    QVERIFY(window.getAlarmTable()->isExpanded(system));
-    const QModelIndex alarmClass = proxy->index(0, 0, system);
+    const QPersistentModelIndex alarmClass = proxy->index(0, 0, system);
     QVERIFY(!proxy->getAlarmAtRow(alarmClass));
-    QVERIFY(window.getAlarmTable()->isExpanded(alarmClass));
     QVERIFY(proxy->getAlarmAtRow(proxy->index(0, 0, alarmClass)));
+
+    // The groups the operator opens stay open when the table is rebuilt for
+    // a new filter and while live bursts come in.
+    const QVariant systemValue = system.data(Qt::EditRole);
+    const QVariant classValue = alarmClass.data(Qt::EditRole);
+    table->expand(system);
+    table->expand(alarmClass);
+    const auto openedGroupsAreOpen = [&] {
+        const QModelIndex s = proxy->match(proxy->index(0, 0), Qt::EditRole, systemValue, 1, Qt::MatchExactly).value(0);
+        const QModelIndex c = proxy->match(proxy->index(0, 0, s), Qt::EditRole, classValue, 1, Qt::MatchExactly).value(0);
+        return s.isValid() && c.isValid() && table->isExpanded(s) && table->isExpanded(c)
+            && !table->isExpanded(proxy->index(s.row() == 0 ? 1 : 0, 0));
+    };
+    QSignalSpy resets(proxy, &QAbstractItemModel::modelReset);
+    window.applyStructuredFilter(window.getAppliedFilter(), 0);
+    QCOMPARE(resets.size(), 1);
+    QVERIFY(openedGroupsAreOpen());
+    QSignalSpy bursts(window.getSimulator(), &AlarmSimulator::alarmBurst);
+    QTRY_VERIFY_WITH_TIMEOUT(bursts.size() >= 3, 10000);
+    QVERIFY(openedGroupsAreOpen());
 
     window.getGroupedAction()->trigger();
     QCOMPARE(proxy->getGroupingDepth(), 0);

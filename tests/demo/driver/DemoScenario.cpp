@@ -11,16 +11,21 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSpinBox>
@@ -213,6 +218,80 @@ void DemoScenario::filterIsSavedAndLoadedBack()
     QFile::remove(m_filterFile);
 }
 
+void DemoScenario::tableIsExportedAsShown()
+{
+    // The table holds the finished history query of the step before: it does not change.
+    QCOMPARE(stateText(), visibleStateName(Constants::QueryFinished));
+    QVERIFY(m_table->model()->rowCount() > 0);
+    auto *exportAction = m_window->findChild<QAction *>(QStringLiteral("exportCsvAction"));
+    QVERIFY(exportAction && exportAction->isEnabled());
+    const QString file = QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
+                             .filePath(QStringLiteral("demo-scenario-%1.csv").arg(QCoreApplication::applicationPid()));
+    QFile::remove(file);
+
+    const QChar separator = QLatin1Char(';');
+    answerCsvOptions(separator, file);
+    exportAction->trigger();
+    QFile csv(file);
+    QVERIFY2(csv.open(QIODevice::ReadOnly), "Export CSV wrote no file");
+    QStringList lines = QString::fromUtf8(csv.readAll()).split(QLatin1Char('\n'));
+    QCOMPARE(lines.takeLast(), QString()); // the last line ends too
+    csv.remove();
+
+    // The header and every row as the table shows them, columns in the order on screen.
+    const QAbstractItemModel *model = m_table->model();
+    const QHeaderView *header = m_table->header();
+    const auto escaped = [separator](QString text) {
+        return text.replace(separator, QLatin1Char('\\') + QString(separator));
+    };
+    QStringList expected;
+    QStringList titles;
+    for (int visual = 0; visual < header->count(); ++visual) {
+        if (!header->isSectionHidden(header->logicalIndex(visual)))
+            titles << escaped(model->headerData(header->logicalIndex(visual), Qt::Horizontal).toString());
+    }
+    expected << titles.join(separator);
+    for (int row = 0; row < model->rowCount(); ++row) {
+        QStringList cells;
+        for (int visual = 0; visual < header->count(); ++visual) {
+            const int column = header->logicalIndex(visual);
+            if (!header->isSectionHidden(column))
+                cells << escaped(model->index(row, column).data().toString());
+        }
+        expected << cells.join(separator);
+    }
+    QCOMPARE(lines.size(), expected.size());
+    QCOMPARE(lines, expected);
+}
+
+void DemoScenario::tabWalksTheWindowInGeometricOrder()
+{
+    // From the source selector through the panel down to the table, each
+    // step to a widget below or to the right on the same rows.
+    QWidget *start = m_modeCombo;
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    start->setFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), start);
+    QList<QWidget *> visited{start};
+    while (QApplication::focusWidget() != m_table && visited.size() < 40) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QWidget *now = QApplication::focusWidget();
+        QVERIFY2(now && now != visited.last(), "Tab did not move the focus");
+        QVERIFY(m_window->isAncestorOf(now));
+        const QRect before(visited.last()->mapTo(m_window, QPoint()), visited.last()->size());
+        const QRect after(now->mapTo(m_window, QPoint()), now->size());
+        QVERIFY2(before.top() < after.bottom() && (after.top() >= before.bottom() || before.right() <= after.left()),
+                 qPrintable(QStringLiteral("%1 -> %2").arg(visited.last()->objectName(), now->objectName())));
+        visited << now;
+    }
+    QCOMPARE(QApplication::focusWidget(), m_table);
+    QVERIFY(visited.contains(m_applyButton) && visited.contains(m_panel->getQuickFilterEditor()));
+    // And back.
+    QTest::keyClick(m_table, Qt::Key_Tab, Qt::ShiftModifier);
+    QCOMPARE(QApplication::focusWidget(), visited.at(visited.size() - 2));
+}
+
 QStringList DemoScenario::shownColumn(int column) const
 {
     QStringList values;
@@ -323,5 +402,21 @@ void DemoScenario::answerFileDialog(const QString &file)
             return answerFileDialog(file); // not open yet
         dialog->selectFile(file);
         static_cast<QDialog *>(dialog)->accept(); // QFileDialog hides it
+    });
+}
+
+void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
+{
+    QTimer::singleShot(0, this, [this, separator, file] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!dialog || dialog->objectName() != QLatin1String("DialogCsvOptions"))
+            return answerCsvOptions(separator, file); // not open yet
+        control<QRadioButton>(dialog, "radioButtonAllRows")->setChecked(true);
+        control<QCheckBox>(dialog, "checkBoxHeader")->setChecked(true);
+        control<QCheckBox>(dialog, "checkBoxGrouping")->setChecked(false);
+        control<QLineEdit>(dialog, "lineEditSeparator")->setText(QString(separator));
+        // The file dialog follows once the options are confirmed.
+        answerFileDialog(file);
+        control<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
     });
 }

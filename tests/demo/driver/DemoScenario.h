@@ -24,6 +24,8 @@ private slots:
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
+    void tableIsExportedAsShown();
+    void tabWalksTheWindowInGeometricOrder();
 
 private:
     QStringList shownColumn(int column) const;
@@ -35,6 +37,7 @@ private:
     void chooseTimeRange(const QString &type, int count);
     QString stateText() const;
     void answerFileDialog(const QString &file);
+    void answerCsvOptions(QChar separator, const QString &file);
 
     QWidget *m_window = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
