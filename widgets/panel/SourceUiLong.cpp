@@ -70,11 +70,12 @@ void SourceUiLong::connectedSystemsChanged(const QStringList &systems)
     m_initialSystems = systems;
 }
 
-void SourceUiLong::addToFilter(SourceAndFilter &filter) const
+void SourceUiLong::addToFilter(const SourceAndFilter &filter) const
 {
     SourceUi::addToFilter(filter);
-    filter.setSelectionKind(SourceAndFilter::SelectBySystems);
-    filter.setSystems(m_systemTable->getSelectedSystems());
+    SourceAndFilter &record = writableRecord(filter);
+    record.setSelectionKind(SourceAndFilter::SelectBySystems);
+    record.setSystems(m_systemTable->getSelectedSystems());
 }
 
 void SourceUiLong::compareWithFilter(const SourceAndFilter &, bool)
