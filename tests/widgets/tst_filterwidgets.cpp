@@ -99,6 +99,14 @@ private slots:
         QCOMPARE(error, QStringLiteral("attempt to set filter for value 'acknowledged' source 2 to widget "
                                        "for source '0'"));
         QVERIFY(!editor.isPropertyMatch(QSharedPointer<ValueFilter>(), error));
+
+        // A value id that looks like a placeholder is shown as it is.
+        const QString odd = QStringLiteral("level%2%3");
+        WFixedFilterToggleButton oddEditor(WildcardConfig(), fixed(QStringLiteral("unack"), false, odd), nullptr);
+        QVERIFY(!oddEditor.isPropertyMatch(
+            fixed(QStringLiteral("x"), false, odd, Constants::ValueSourceDpConfig), error));
+        QCOMPARE(error, QStringLiteral("attempt to set filter for value 'level%2%3' source 1 to widget "
+                                       "for source '0'"));
     }
 
     void editorThatIsItsOwnFilter()
