@@ -49,7 +49,11 @@ function(as_add_layer target)
       OUTPUT_NAME ${ARG_OUTPUT_NAME}
       VERSION ${PROJECT_VERSION}
       SOVERSION ${PROJECT_VERSION_MAJOR}
-      AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}")
+      AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}"
+      # Installed, the layers sit side by side in one directory: each finds the
+      # ones it needs there, wherever the prefix is, so that a host linking
+      # only the widgets does not have to know about the layers beneath.
+      INSTALL_RPATH "$ORIGIN")
   string(TOUPPER ${ARG_LAYER} upper)
   generate_export_header(${target}
       BASE_NAME ${upper}
@@ -89,4 +93,12 @@ function(as_add_tests prefix)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;AS_TEST_SOURCE_DIR=${CMAKE_SOURCE_DIR};${ARG_ENVIRONMENT}"
         TIMEOUT 120)
   endforeach()
+endfunction()
+
+# as_install_rpath_to_libdir(<target>)
+# An installed executable finds the project's libraries in the prefix's library
+# directory, relative to its own place, so that the prefix can move.
+function(as_install_rpath_to_libdir target)
+  file(RELATIVE_PATH to_libdir "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libdir}")
 endfunction()

@@ -18,7 +18,7 @@ constexpr int kindCount = int(sizeof(kindKeys) / sizeof(kindKeys[0]));
 
 ValueFilter::ValueFilter(const WildcardConfig &config, const QString &valueId, Constants::ValueSource source,
                          bool matchCase)
-    : m_wildcardConfig(config), m_valueId(valueId), m_source(source), m_matchCase(matchCase)
+    : m_filterWildcards(config), m_valueId(valueId), m_source(source), m_matchCase(matchCase)
 {
 }
 
@@ -26,7 +26,7 @@ ValueFilter::~ValueFilter() = default;
 
 void ValueFilter::setWildcardConfig(const WildcardConfig &config)
 {
-    m_wildcardConfig = config;
+    m_filterWildcards = config;
 }
 
 void ValueFilter::setMatchCase(bool matchCase)

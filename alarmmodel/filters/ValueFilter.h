@@ -18,7 +18,9 @@
 // A filter that `isEmpty()` restricts nothing: rule sets ignore it.
 //
 // Some editor widgets derive from a kind (the widget is the filter it edits), so
-// the accessors here avoid names of QWidget and keep their data private.
+// the accessors here avoid names of QWidget and keep their data private, under
+// names of their own: name lookup ignores access, and the widget base's
+// protected `m_wildcardConfig` must stay unambiguous in such an editor.
 class ALARMMODEL_EXPORT ValueFilter
 {
 public:
@@ -45,7 +47,7 @@ public:
 
     QString getValueId() const { return m_valueId; }
     Constants::ValueSource getSource() const { return m_source; }
-    const WildcardConfig &getWildcardConfig() const { return m_wildcardConfig; }
+    const WildcardConfig &getWildcardConfig() const { return m_filterWildcards; }
     void setWildcardConfig(const WildcardConfig &config);
 
     bool isMatchCase() const { return m_matchCase; }
@@ -95,7 +97,7 @@ protected:
     static QStringList commonKeys();
 
 private:
-    WildcardConfig m_wildcardConfig;
+    WildcardConfig m_filterWildcards;
     QString m_valueId;
     Constants::ValueSource m_source;
     bool m_matchCase;

@@ -1,5 +1,6 @@
 #include "LogCapture.h"
 #include "ValueFilterFixedMulti.h"
+#include "ValueFilterNumbers.h"
 #include "ValueFilterSingleValue.h"
 #include "WFixedFilterToggleButton.h"
 #include "WFixedMultiFilterToggle.h"
@@ -36,6 +37,47 @@ bool isChecked(const QSharedPointer<ValueFilterFixedMulti> &multi, const QString
     return multi->findFixedFilter(kind)->isChecked();
 }
 
+// Built like the number rule editor: the widget is itself the filter it edits,
+// so it has both bases' accessors and members in scope.
+class NumbersEditor : public WFilter, public ValueFilterNumbers
+{
+    Q_OBJECT
+public:
+    using WFilter::getSource;
+
+    NumbersEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source)
+        : WFilter(config, columnId, source, nullptr), ValueFilterNumbers(config, columnId, source, false)
+    {
+    }
+    QSharedPointer<ValueFilter> getFilter(bool) override
+    {
+        if (isEmpty())
+            return {};
+        return QSharedPointer<ValueFilterNumbers>::create(*this);
+    }
+    bool setFilter(const QSharedPointer<ValueFilter> &filter, bool, QString &errorText) override
+    {
+        if (!isPropertyMatch(filter, errorText))
+            return false;
+        const auto numbers = filter.dynamicCast<ValueFilterNumbers>();
+        if (!numbers)
+            return false;
+        setFilterText(numbers->getFilterText());
+        return true;
+    }
+    void setMatchCase(bool) override {}
+
+    // As the other editors build their filters, from the widget's own settings.
+    QSharedPointer<ValueFilter> singleValueFilter(const QVariant &value) const
+    {
+        auto filter = QSharedPointer<ValueFilterSingleValue>::create(m_wildcardConfig, getColumnId(),
+                                                                     getSource(), false);
+        filter->setFilterValue(value);
+        return filter;
+    }
+    void setWidgetWildcards(const WildcardConfig &config) { m_wildcardConfig = config; }
+};
+
 } // namespace
 
 class TestFilterWidgets : public QObject
@@ -57,6 +99,42 @@ private slots:
         QCOMPARE(error, QStringLiteral("attempt to set filter for value 'acknowledged' source 2 to widget "
                                        "for source '0'"));
         QVERIFY(!editor.isPropertyMatch(QSharedPointer<ValueFilter>(), error));
+
+        // A value id that looks like a placeholder is shown as it is.
+        const QString odd = QStringLiteral("level%2%3");
+        WFixedFilterToggleButton oddEditor(WildcardConfig(), fixed(QStringLiteral("unack"), false, odd), nullptr);
+        QVERIFY(!oddEditor.isPropertyMatch(
+            fixed(QStringLiteral("x"), false, odd, Constants::ValueSourceDpConfig), error));
+        QCOMPARE(error, QStringLiteral("attempt to set filter for value 'level%2%3' source 1 to widget "
+                                       "for source '0'"));
+    }
+
+    void editorThatIsItsOwnFilter()
+    {
+        const WildcardConfig percent(nullptr, QLatin1Char('%'), QLatin1Char('~'));
+        NumbersEditor editor(percent, QStringLiteral("priority"), Constants::ValueSourceDerived);
+        QCOMPARE(static_cast<WFilter &>(editor).getSource(), Constants::ValueSourceDerived);
+        QCOMPARE(static_cast<ValueFilter &>(editor).getSource(), Constants::ValueSourceDerived);
+        QCOMPARE(editor.getSource(), Constants::ValueSourceDerived);
+        QCOMPARE(editor.getWildcardConfig().getMatchAllChar(), QLatin1Char('%'));
+
+        auto given = QSharedPointer<ValueFilterNumbers>::create(percent, QStringLiteral("priority"),
+                                                                Constants::ValueSourceDerived, false);
+        given->setFilterText(QStringLiteral(">10"));
+        QString error;
+        QVERIFY(editor.setFilter(given, false, error));
+        QVERIFY(editor.matches(11));
+        QVERIFY(!editor.matches(5));
+        const QSharedPointer<ValueFilter> copy = editor.getFilter(false);
+        QVERIFY(copy && *copy == *given);
+        QVERIFY(!dynamic_cast<WFilter *>(copy.data())); // a plain filter, not a second widget
+
+        // The widget's wildcard rules are its own; the filter part keeps its copy.
+        editor.setWidgetWildcards(WildcardConfig(nullptr, QLatin1Char('#'), QChar()));
+        const QSharedPointer<ValueFilter> single = editor.singleValueFilter(3);
+        QCOMPARE(single->getWildcardConfig().getMatchAllChar(), QLatin1Char('#'));
+        QCOMPARE(single->getSource(), Constants::ValueSourceDerived);
+        QCOMPARE(editor.getWildcardConfig().getMatchAllChar(), QLatin1Char('%'));
     }
 
     void toggleButtonClicks()

@@ -58,11 +58,14 @@ public:
         : SourceUi(config, nullptr), CallRecorder(calls)
     {
     }
-    void addToFilter(SourceAndFilter &filter) const override
+    // Written as a panel plug-in writes it: the record comes as const and is
+    // updated in place.
+    void addToFilter(const SourceAndFilter &filter) const override
     {
         SourceUi::addToFilter(filter);
-        filter.setSelectionKind(SourceAndFilter::SelectBySystems);
-        filter.setSystems(systems);
+        SourceAndFilter &record = writableRecord(filter);
+        record.setSelectionKind(SourceAndFilter::SelectBySystems);
+        record.setSystems(systems);
     }
     void compareWithFilter(const SourceAndFilter &f, bool flag) override
     {

@@ -117,6 +117,28 @@ private slots:
         QCOMPARE(m_modified->count(), 1);
     }
 
+    void applyingAValidFilterOverAnInvalidEditShowsNoError()
+    {
+        child<QRadioButton>(*m_editor, "radioButtonRegExp")->click();
+        QTest::keyClicks(m_editor.data(), QStringLiteral("a("));
+        QCOMPARE(QToolTip::text(), QStringLiteral("Incorrect pattern: a("));
+        QToolTip::hideText();
+        QTRY_VERIFY(QToolTip::text().isEmpty());
+
+        // The options change with the filter: the old text must not be judged
+        // under them on the way.
+        QuickCellFilter applied;
+        applied.setMode(2);
+        applied.setMatchCase(true);
+        applied.setMatchFullColumn(true);
+        QVERIFY(applied.setString(QStringLiteral("abc")));
+        m_editor->setAppliedFilter(applied);
+        QVERIFY(QToolTip::text().isEmpty());
+        QVERIFY(isNormal(*m_editor));
+        QVERIFY(m_editor->getEditedFilter() == applied);
+        QCOMPARE(m_modified->count(), 0);
+    }
+
     void optionsChangeWithoutEmitting()
     {
         QuickCellFilter applied;

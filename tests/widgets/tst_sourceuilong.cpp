@@ -250,14 +250,31 @@ private slots:
         QCOMPARE(f.text("labelCounts"), QStringLiteral("Matching: 3 / Total read: 10"));
     }
 
+    void startsWithTheQueryStripAndApplyShown()
+    {
+        Fixture f;
+        QVERIFY(!f.shown("pushButtonAbort"));
+        QVERIFY(!f.shown("lineAbort"));
+        QVERIFY(!f.shown("labelModified"));
+        QVERIFY(f.shown("labelState"));
+        QVERIFY(f.shown("labelTime"));
+        QVERIFY(f.shown("labelCounts"));
+        QCOMPARE(f.text("labelState"), QStringLiteral("NoQuery"));
+        QCOMPARE(f.text("labelTime"), QStringLiteral("00:00:00"));
+        QCOMPARE(f.text("labelCounts"), QStringLiteral("Matching: 0 / Total read: 0"));
+        // Whether the owner lets the operator apply is its own call to make.
+        QVERIFY(!f.source->mayApplySettings());
+        QVERIFY(f.shown("pushButtonApply"));
+    }
+
     void filterModifiedNeedsMayApply()
     {
         Fixture f;
-        QVERIFY(!f.source->mayApplySettings());
-        QVERIFY(!f.shown("pushButtonApply"));
         f.source->displayFilterModified(false);
         QVERIFY(!f.shown("labelModified"));
 
+        f.source->setMayApplySettings(false);
+        QVERIFY(!f.shown("pushButtonApply"));
         f.source->setMayApplySettings(true);
         QVERIFY(f.shown("pushButtonApply"));
         f.source->displayFilterModified(false);

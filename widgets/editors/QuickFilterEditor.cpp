@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QSignalBlocker>
 #include <QToolTip>
 
 namespace {
@@ -119,8 +120,13 @@ void QuickFilterEditor::setAppliedFilter(const QuickCellFilter &filter)
 {
     m_editedFilter = filter;
     m_appliedFilter = filter;
-    // The popup shows the options of the filter in force, not stale ones.
-    m_options->setFilterOptions(filter);
+    // The popup shows the options of the filter in force, not stale ones. Its
+    // check boxes and buttons must not report back: that would validate the
+    // old text under the new options and could show a stale error.
+    {
+        const QSignalBlocker blocker(m_options);
+        m_options->setFilterOptions(filter);
+    }
     setText(filter.getString());
     const int length = text().length();
     setSelection(length, length + 1);

@@ -38,8 +38,7 @@ bool WFilter::isPropertyMatch(const QSharedPointer<ValueFilter> &filter, QString
     if (m_source == filter->getSource())
         return true;
     errorText = tr("attempt to set filter for value '%1' source %2 to widget for source '%3'")
-                    .arg(filter->getValueId())
-                    .arg(static_cast<int>(filter->getSource()))
-                    .arg(static_cast<int>(m_source));
+                    .arg(filter->getValueId(), QString::number(static_cast<int>(filter->getSource())),
+                         QString::number(static_cast<int>(m_source)));
     return false;
 }

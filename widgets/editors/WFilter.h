@@ -40,6 +40,9 @@ public:
     virtual void setMatchCase(bool matchCase) = 0;
     virtual void setCompletionStrings(const QStringList &strings);
     virtual QString getColumnId() const;
+    // An editor that is also a value filter has a second getSource(), the filter
+    // part's, with the same answer; `using WFilter::getSource;` in that editor
+    // lets its own code call it unqualified.
     virtual Constants::ValueSource getSource() const;
 
     // Whether `filter` is for this editor's property and source; if not,
@@ -51,10 +54,12 @@ signals:
     void filterChanged();
 
 protected:
-    const WildcardConfig &getWildcardConfig() const { return m_wildcardConfig; }
+    // Editors build their filters with it and may replace it. An editor that is
+    // also a value filter (it derives from a ValueFilter kind) reads the filter
+    // part's copy through getWildcardConfig(), the only accessor of that name.
+    WildcardConfig m_wildcardConfig;
 
 private:
-    WildcardConfig m_wildcardConfig;
     QString m_columnId;
     Constants::ValueSource m_source;
 };

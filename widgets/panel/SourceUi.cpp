@@ -25,10 +25,16 @@ void SourceUi::connectedSystemsChanged(const QStringList &systems)
     Q_UNUSED(systems)
 }
 
-void SourceUi::addToFilter(SourceAndFilter &filter) const
+void SourceUi::addToFilter(const SourceAndFilter &filter) const
 {
-    filter.setSourceMode(m_mode);
-    filter.setTimeRange(m_timeRange);
+    SourceAndFilter &record = writableRecord(filter);
+    record.setSourceMode(m_mode);
+    record.setTimeRange(m_timeRange);
+}
+
+SourceAndFilter &SourceUi::writableRecord(const SourceAndFilter &filter)
+{
+    return const_cast<SourceAndFilter &>(filter);
 }
 
 QString SourceUi::prepareArchiveMode(const QDateTime &start, const QDateTime &end,

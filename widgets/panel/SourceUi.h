@@ -26,8 +26,11 @@ public:
     virtual Qt::TimeSpec getTimeSpec() const;
     virtual void setTimeSpec(Qt::TimeSpec timeSpec);
     virtual void connectedSystemsChanged(const QStringList &systems);
-    // Writes the chosen source mode and time range into `filter`.
-    virtual void addToFilter(SourceAndFilter &filter) const;
+    // Writes the chosen source mode and time range into `filter`, in place. The
+    // record comes as const because that is the signature panel plug-ins
+    // override; callers always hand a record of their own, never a const
+    // object, and overrides write through writableRecord().
+    virtual void addToFilter(const SourceAndFilter &filter) const;
     virtual void compareWithFilter(const SourceAndFilter &filter, bool flag) = 0;
     // Switches to a history query over [start, end]; an error text when that is
     // not possible, else an empty string.
@@ -49,6 +52,9 @@ signals:
     void changed();
 
 protected:
+    // The record addToFilter() updates.
+    static SourceAndFilter &writableRecord(const SourceAndFilter &filter);
+
     Constants::SourceMode m_mode = Constants::SourceModeLive;
     Constants::SourceMode m_historyMode = Constants::SourceModeHistory;
     Constants::SourceState m_state = Constants::SourceNoQuery;

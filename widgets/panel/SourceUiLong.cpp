@@ -30,11 +30,13 @@ SourceUiLong::SourceUiLong(const AlarmScreenConfiguration &config, QWidget *pare
 
     connect(m_ui->comboBoxMode, QOverload<int>::of(&QComboBox::activated), this,
             &SourceUiLong::sourceModeIndexActivated);
-    showStateWidgets();
+    // Until the owner reports a state, the strip shows the form's "no query"
+    // texts; there is nothing to abort yet.
+    m_ui->pushButtonAbort->hide();
+    m_ui->lineAbort->hide();
     SourceStateStyle::showState(m_ui->labelState, m_state);
     showModeWidgets();
     m_ui->labelModified->hide();
-    m_ui->pushButtonApply->setVisible(mayApplySettings());
 
     connect(m_ui->pushButtonApply, &QPushButton::clicked, this, &SourceUi::apply);
     connect(m_ui->pushButtonAbort, &QPushButton::clicked, this, &SourceUi::abortQuery);
@@ -68,11 +70,12 @@ void SourceUiLong::connectedSystemsChanged(const QStringList &systems)
     m_initialSystems = systems;
 }
 
-void SourceUiLong::addToFilter(SourceAndFilter &filter) const
+void SourceUiLong::addToFilter(const SourceAndFilter &filter) const
 {
     SourceUi::addToFilter(filter);
-    filter.setSelectionKind(SourceAndFilter::SelectBySystems);
-    filter.setSystems(m_systemTable->getSelectedSystems());
+    SourceAndFilter &record = writableRecord(filter);
+    record.setSelectionKind(SourceAndFilter::SelectBySystems);
+    record.setSystems(m_systemTable->getSelectedSystems());
 }
 
 void SourceUiLong::compareWithFilter(const SourceAndFilter &, bool)

@@ -24,7 +24,7 @@ public:
 
     void setTimeSpec(Qt::TimeSpec timeSpec) override;
     void connectedSystemsChanged(const QStringList &systems) override;
-    void addToFilter(SourceAndFilter &filter) const override;
+    void addToFilter(const SourceAndFilter &filter) const override;
     void compareWithFilter(const SourceAndFilter &filter, bool applied) override;
     QString prepareArchiveMode(const QDateTime &start, const QDateTime &end, const QStringList &systems) override;
     void prepareOnlineMode() override;

@@ -1,49 +1,41 @@
-// A minimal host: calls a native CTRL function with arguments converted from
-// Qt values and prints the answer converted back.
-#include <Controller.h>
-#include <DoneCB.h>
-#include <DynVar.h>
-#include <MsgLoggingProducer.h>
-#include <converter.h>
+// A minimal host: builds the source and filter panel the way the alarm screen
+// does, presses its Apply button and checks the record the panel hands over.
+#include <AlarmScreenConfiguration.h>
+#include <SourceAndFilter.h>
+#include <SourceAndFiltersUi.h>
+#include <SourceAndFiltersUiFactory.h>
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QPushButton>
 #include <QTextStream>
+#include <QTimer>
 
 #include <memory>
 
-namespace {
-class PrintAnswer : public DoneCB
-{
-public:
-    void execute(const Variable *result) override
-    {
-        const QVariant answer = converter::ctrlToNative(result);
-        QTextStream(stdout) << "answer: " << answer.toStringList().join(QLatin1Char(',')) << '\n';
-        QCoreApplication::exit(answer.toStringList() == QStringList{"b", "a"} ? 0 : 1);
-    }
-    DoneCB *clone() const override { return new PrintAnswer(*this); }
-};
-} // namespace
-
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
-    Controller::thisPtr->registerNativeLibrary(
-        QStringLiteral("host"),
-        {{QStringLiteral("reverse"), [](const DynVar &args) -> Variable * {
-              auto *reversed = new DynVar;
-              for (int i = args.count() - 1; i >= 0; --i)
-                  reversed->append(*args.at(i));
-              return reversed;
-          }}});
-    const int script = Controller::thisPtr->checkIn("#uses \"host\"", DynVar(), nullptr, nullptr, 0, 0, 0);
-    MsgLoggingProducer logger;
-    const std::unique_ptr<Variable> args(
-        converter::nativeToCtrlArguments(&logger, {QStringLiteral("a"), QStringLiteral("b")}));
-    auto *callback = new PrintAnswer;
-    if (script < 0 || !args || Controller::thisPtr->startFunc(script, "reverse", *args, callback) == 1) {
-        delete callback;
+    QApplication app(argc, argv);
+    const AlarmScreenConfiguration config;
+    SourceAndFiltersUiFactory factory(&config);
+    const std::unique_ptr<SourceAndFiltersUi> panel(factory.create(config, nullptr));
+    auto *apply = panel ? panel->findChild<QPushButton *>(QStringLiteral("pushButtonApply")) : nullptr;
+    if (!apply) {
+        QTextStream(stderr) << "no panel with an Apply button\n";
         return 2;
     }
-    return app.exec();
+    QObject::connect(panel.get(), &SourceAndFiltersUi::applyStructuredFilter, &app,
+                     [](const SourceAndFilter &filter, int type) {
+                         QTextStream(stdout) << "applied: source mode " << int(filter.getSourceMode())
+                                             << ", type " << type << '\n';
+                         QCoreApplication::exit(filter.getSourceMode() == Constants::SourceModeLive && type == 0
+                                                    ? 0
+                                                    : 1);
+                     });
+    panel->show();
+    QTimer::singleShot(0, apply, &QPushButton::click);
+    QTimer::singleShot(30000, &app, [] {
+        QTextStream(stderr) << "the panel never applied\n";
+        QCoreApplication::exit(3);
+    });
+    return QApplication::exec();
 }
