@@ -10,11 +10,13 @@
 #include <QMainWindow>
 #include <QSharedPointer>
 
+class AlarmContextMenu;
 class AlarmsModel;
 class AlarmsProxyModel;
 class AlarmSimulator;
 class AlarmSource;
 class DemoProject;
+class MouseEventProcessor;
 class QAction;
 class QLabel;
 class QTreeView;
@@ -39,6 +41,7 @@ public:
     AlarmSource *getAlarmSource() const { return m_source; }
     AlarmSimulator *getSimulator() const { return m_simulator; }
     QAction *getGroupedAction() const { return m_groupedAction; }
+    MouseEventProcessor *getMouseEventProcessor() const { return m_mouseProcessor; }
     const SourceAndFilter &getAppliedFilter() const { return m_appliedFilter; }
     bool hasShownAlarms() const { return m_alarmsShown; }
     // Problems found while building the window (besides those of the project).
@@ -61,6 +64,7 @@ private:
     void createActions();
     void connectPanel();
     void connectSource();
+    void createMouseProcessor();
     void saveFilter();
     void loadFilter();
     void showLoadedFilter(const SourceAndFilter &filter);
@@ -81,6 +85,8 @@ private:
     QAction *m_groupedAction = nullptr;
     QAction *m_saveFilterAction = nullptr;
     QAction *m_loadFilterAction = nullptr;
+    MouseEventProcessor *m_mouseProcessor = nullptr;
+    AlarmContextMenu *m_contextMenu = nullptr;
     SourceAndFilter m_appliedFilter;
     QString m_filterDirectory;
     QStringList m_problems;
