@@ -9,3 +9,4 @@ build="$src/build-bench"
 export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench" "$@"
 "$build/bench/alarmscreen_bench_table"
+"$build/bench/alarmscreen_bench_completions"

@@ -1,11 +1,13 @@
 #include "MainWindow.h"
 
+#include "AlarmContextMenu.h"
 #include "AlarmSimulator.h"
 #include "AlarmSource.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "DemoProject.h"
 #include "EwoActions.h"
+#include "MouseEventProcessor.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SystemConnectionsControl.h"
@@ -81,6 +83,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     connectPanel();
     connectSource();
     m_services->setFocusArea(central, m_panel ? m_panel->getTabGroups() : QList<QWidget *>());
+    createMouseProcessor();
 
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::expandGroups);
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateAlarmCount);
@@ -199,6 +202,19 @@ void MainWindow::connectSource()
     SystemConnectionsControl *connections = m_model->getConnectionControl();
     connect(connections, &SystemConnectionsControl::connectedSystemsChanged, m_panel,
             [this, connections] { m_panel->connectedSystemsChanged(connections->getConnectedSystems()); });
+}
+
+void MainWindow::createMouseProcessor()
+{
+    // Clicks on the table go to the project's mouse-event script (or to this
+    // window, as the configuration says); menus the script describes are
+    // shown here.
+    m_mouseProcessor = new MouseEventProcessor(this, this, this);
+    m_mouseProcessor->setConfig(m_config.getMouseProcessorConfig());
+    m_mouseProcessor->connectToTable(m_table);
+    m_contextMenu = new AlarmContextMenu(this, m_simulator, m_groupedAction, this);
+    connect(m_mouseProcessor, &MouseEventProcessor::contextMenuRequested, m_contextMenu, &AlarmContextMenu::show);
+    connect(m_contextMenu, &AlarmContextMenu::statusMessage, this, &MainWindow::showStatus);
 }
 
 void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)

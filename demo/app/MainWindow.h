@@ -10,11 +10,13 @@
 #include <QMainWindow>
 #include <QSharedPointer>
 
+class AlarmContextMenu;
 class AlarmsModel;
 class AlarmsProxyModel;
 class AlarmSimulator;
 class AlarmSource;
 class DemoProject;
+class MouseEventProcessor;
 class QAction;
 class QLabel;
 class QTreeView;
@@ -41,6 +43,7 @@ public:
     AlarmSimulator *getSimulator() const { return m_simulator; }
     QAction *getGroupedAction() const { return m_groupedAction; }
     TableServices *getTableServices() const { return m_services; }
+    MouseEventProcessor *getMouseEventProcessor() const { return m_mouseProcessor; }
     const SourceAndFilter &getAppliedFilter() const { return m_appliedFilter; }
     bool hasShownAlarms() const { return m_alarmsShown; }
     // Problems found while building the window (besides those of the project).
@@ -63,6 +66,7 @@ private:
     void createActions();
     void connectPanel();
     void connectSource();
+    void createMouseProcessor();
     void saveFilter();
     void loadFilter();
     void showLoadedFilter(const SourceAndFilter &filter);
@@ -84,6 +88,8 @@ private:
     QAction *m_groupedAction = nullptr;
     QAction *m_saveFilterAction = nullptr;
     QAction *m_loadFilterAction = nullptr;
+    MouseEventProcessor *m_mouseProcessor = nullptr;
+    AlarmContextMenu *m_contextMenu = nullptr;
     SourceAndFilter m_appliedFilter;
     QString m_filterDirectory;
     QStringList m_problems;

@@ -70,6 +70,7 @@ int Controller::checkIn(const CharString &script, const DynVar & /*args*/,
 {
     static const QRegularExpression usesLine(
         QStringLiteral("^#uses\\s+\"([^\"]*)\"\\s*(//.*)?$"));
+    ++m_checkInCount;
     const QString owner =
         externData ? QStringLiteral("script of %1").arg(QString::fromLatin1(externData->describe()))
                    : QStringLiteral("script");
@@ -151,6 +152,11 @@ int Controller::startFunc(int scriptId, const CharString &function, const Variab
         return 1;
     }
 
+    const bool forced = m_startResultForced;
+    m_startResultForced = false;
+    if (forced && m_forcedStartResult == 1)
+        return 1;
+
     auto call = std::make_unique<PendingCall>();
     call->library = library;
     call->function = name;
@@ -165,7 +171,13 @@ int Controller::startFunc(int scriptId, const CharString &function, const Variab
     const quint64 callId = ++m_lastCallId;
     m_pendingCalls[callId] = std::move(call);
     QTimer::singleShot(answerDelay(library->name()), this, [this, callId] { runCall(callId); });
-    return 0;
+    return forced ? m_forcedStartResult : 0;
+}
+
+void Controller::forceNextStartResult(int result)
+{
+    m_startResultForced = true;
+    m_forcedStartResult = result;
 }
 
 void Controller::runCall(quint64 callId)

@@ -77,6 +77,16 @@ public:
     // Calls started and not yet answered.
     int pendingCallCount() const { return static_cast<int>(m_pendingCalls.size()); }
 
+    // For hosts' tests: every checkIn call so far, failed ones included.
+    int checkInCount() const { return m_checkInCount; }
+    // For hosts' tests: the next startFunc that would start reports `result`
+    // instead of 0. A forced 1 refuses that start as an unknown function
+    // would (the callback stays the caller's); any other value starts the
+    // call as usual, so the callback belongs to the controller. Real
+    // controllers answer with other values than 0 and 1, and callers must
+    // cope with them.
+    void forceNextStartResult(int result);
+
 private:
     friend class LazyAppObject<Controller>;
     struct PendingCall;
@@ -95,5 +105,8 @@ private:
     QHash<QString, int> m_answerDelays;
     int m_scriptTimeout = 5000;
     int m_lastScriptId = 0;
+    int m_checkInCount = 0;
+    bool m_startResultForced = false;
+    int m_forcedStartResult = 0;
     quint64 m_lastCallId = 0;
 };

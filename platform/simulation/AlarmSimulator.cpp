@@ -139,6 +139,18 @@ void AlarmSimulator::step(int events)
     advanceConnectionCycles();
 }
 
+bool AlarmSimulator::acknowledge(const QString &system, const QString &dpe)
+{
+    const auto found = findSystem(system);
+    if (!found || !found->getConfig().live || !found->isConnected())
+        return false;
+    AlarmRecordList changed;
+    if (!found->acknowledgeElement(dpe, m_nowMs, changed))
+        return false;
+    emit alarmBurst(changed);
+    return true;
+}
+
 void AlarmSimulator::advanceConnectionCycles()
 {
     for (int index : qAsConst(m_liveSystems)) {

@@ -47,6 +47,12 @@ public:
     void setFloodMode(bool flood);
     bool isFloodMode() const { return m_config.flood; }
 
+    // The operator acknowledges the alarm of element `dpe` of `system`; the
+    // change is delivered at once as a burst. False (and nothing delivered)
+    // when the system is not connected or the element has no alarm waiting
+    // for an acknowledgement.
+    bool acknowledge(const QString &system, const QString &dpe);
+
     // One burst of `events` alarm events, spread over the live systems.
     void step(int events);
 

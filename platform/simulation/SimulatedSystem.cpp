@@ -109,6 +109,22 @@ void SimulatedSystem::generateEvent(qint64 nowMs, AlarmRecordList &out)
     }
 }
 
+bool SimulatedSystem::acknowledgeElement(const QString &dpe, qint64 nowMs, AlarmRecordList &out)
+{
+    for (Datapoint &dp : m_datapoints) {
+        if (dp.dpe != dpe)
+            continue;
+        if (!dp.acknowledgeable || dp.cameSerial < 0)
+            return false;
+        const AlarmRecord::State state = m_rows.value(dp.cameSerial).state;
+        if (state != AlarmRecord::CameUnacknowledged && state != AlarmRecord::WentUnacknowledged)
+            return false;
+        acknowledge(dp, nowMs, out);
+        return true;
+    }
+    return false;
+}
+
 void SimulatedSystem::raise(int dpIndex, qint64 nowMs, AlarmRecordList &out)
 {
     Datapoint &dp = m_datapoints[dpIndex];

@@ -27,6 +27,10 @@ public:
     // One alarm event (came, went or acknowledged) of a random element; the
     // changed rows, including removed ones, are appended to `out`.
     void generateEvent(qint64 nowMs, AlarmRecordList &out);
+    // The operator acknowledges the pending alarm of element `dpe` at `nowMs`
+    // (the changed rows are appended to `out`). False when the element has no
+    // alarm that waits for an acknowledgement.
+    bool acknowledgeElement(const QString &dpe, qint64 nowMs, AlarmRecordList &out);
     // The rows pending now, by serial.
     AlarmRecordList getPendingAlarms() const { return m_rows.values().toVector(); }
     int getPendingCount() const { return m_rows.size(); }

@@ -9,6 +9,7 @@
 #include "DemoOptions.h"
 #include "DemoProject.h"
 #include "DemoTestProject.h"
+#include "CompletionSource.h"
 #include "EwoActions.h"
 #include "MainWindow.h"
 #include "Manager.h"
@@ -60,6 +61,7 @@ private slots:
     void quickFilterIsAnsweredWithTheAppliedFilter();
     void groupingSwitchesBetweenTreeAndList();
     void refusedHistoryQueryKeepsTheTable();
+    void completionsAreTheValuesOfTheSimulatedSystems();
 
 private:
     MsgLoggingProducer m_logger = quietLogger();
@@ -277,3 +279,49 @@ void TestDemoProject::refusedHistoryQueryKeepsTheTable()
 
 QTEST_MAIN(TestDemoProject)
 #include "tst_demoproject.moc"
+
+void TestDemoProject::completionsAreTheValuesOfTheSimulatedSystems()
+{
+    auto project = projectCopy();
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    AlarmSimulator simulator;
+    simulator.setConfig(demo.getSimulation());
+    simulator.step(200);
+    const QStringList systems = simulator.getSystemNames();
+    const auto source = CompletionSource::getInstance(&m_logger, demo.getConfiguration().getFilterWidgetConfig());
+    QSignalSpy ready(source.data(), &CompletionSource::completionsReady);
+    int consumer = 0;
+    const QStringList properties{"dpe", "alias", "description", "text", "alarmClass", "system"};
+    for (const QString &property : properties)
+        source->requestCompletions(&consumer, property, systems);
+    QTRY_COMPARE(ready.count(), properties.size());
+    // The aliases follow the system filter.
+    QVERIFY(source->getCompletions(QStringLiteral("alias"))->getList().isEmpty());
+    source->filterChanged(&consumer, QStringLiteral("system"), {{"system", "turb*"}});
+    QTRY_COMPARE(ready.count(), properties.size() + 1);
+    QCOMPARE(ready.last().at(0).value<void *>(), &consumer);
+
+    const auto values = [&](const QString &property) { return source->getCompletions(property); };
+    QCOMPARE(values("system")->getList(), systems);
+    int turbineAlarms = 0;
+    for (const AlarmRecord &alarm : simulator.getCurrentAlarms()) {
+        QVERIFY2(values("dpe")->getSystemMap().value(alarm.system).contains(alarm.dpe), qPrintable(alarm.dpe));
+        QVERIFY2(values("description")->getSystemMap().value(alarm.system).contains(alarm.description),
+                 qPrintable(alarm.description));
+        QVERIFY(values("text")->getList().contains(alarm.text));
+        QVERIFY(values("alarmClass")->getList().contains(alarm.alarmClass));
+        if (alarm.system == QLatin1String("Turbine")) {
+            QVERIFY(values("alias")->getList().contains(alarm.alias));
+            ++turbineAlarms;
+        }
+    }
+    QVERIFY(turbineAlarms > 0);
+    // The Turbine's elements only (aliases repeat across systems).
+    QCOMPARE(values("alias")->getList().size(), simulator.getSystem(QStringLiteral("Turbine"))->getConfig().datapoints);
+    // Per system: no element of another system is offered.
+    for (const QString &system : systems) {
+        for (const QString &dpe : values("dpe")->getSystemMap().value(system))
+            QVERIFY2(dpe.startsWith(system + QLatin1Char(':')), qPrintable(dpe));
+    }
+}

@@ -1,5 +1,6 @@
 #include "DemoScenario.h"
 
+#include "AlarmsProxyModel.h"
 #include "Constants.h"
 #include "QuickFilterEditor.h"
 #include "SourceAndFiltersUi.h"
@@ -26,6 +27,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QMenu>
+#include <QStatusBar>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSpinBox>
@@ -103,6 +106,42 @@ void DemoScenario::initTestCase()
     const QDir dir(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
     m_filterFile = dir.filePath(QStringLiteral("demo-scenario-%1.json").arg(QCoreApplication::applicationPid()));
     QFile::remove(m_filterFile);
+}
+
+void DemoScenario::contextMenuAcknowledgesAnAlarm()
+{
+    auto *proxy = qobject_cast<AlarmsProxyModel *>(m_table->model());
+    QVERIFY2(proxy, "the table does not show an AlarmsProxyModel");
+    auto *status = m_window->findChild<QStatusBar *>();
+    QVERIFY(status);
+    // The simulation goes on meanwhile and may acknowledge the alarm itself
+    // first; then the demo says so and another one is tried.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        QModelIndex row;
+        for (int r = 0; r < proxy->rowCount() && !row.isValid(); ++r) {
+            const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(proxy->index(r, 1));
+            if (alarm && alarm->getData().acknowledgeable && alarm->getData().state == AlarmInstance::CameUnacknowledged)
+                row = proxy->index(r, 1);
+        }
+        QVERIFY2(row.isValid(), "no alarm waits for an acknowledgement");
+        const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(row);
+        const AlarmIdent ident = alarm->getIdent();
+        m_table->scrollTo(row);
+        const QPoint pos = m_table->viewport()->mapTo(m_window, m_table->visualRect(row).center());
+
+        answerContextMenu(QStringLiteral("Acknowledge"));
+        QTest::mousePress(m_window->windowHandle(), Qt::RightButton, {}, pos);
+        QTest::mouseRelease(m_window->windowHandle(), Qt::RightButton, {}, pos);
+        QTRY_VERIFY_WITH_TIMEOUT(m_menuAnswered, 10000);
+        QCOMPARE(m_menuEntries, QStringList({alarm->getData().dpe.section(':', 0, 0) + ": " + alarm->getData().alarmText,
+                                             QString(), "Acknowledge", "Details", "Grouped view"}));
+        if (status->currentMessage() != QStringLiteral("Acknowledged %1").arg(alarm->getData().dpe))
+            continue;
+        // The table shows the acknowledgement (or the alarm is gone since).
+        QTRY_VERIFY(!proxy->getAlarmByIdent(ident) || proxy->getAlarmByIdent(ident)->isAcknowledged());
+        return;
+    }
+    QFAIL("no alarm could be acknowledged through the context menu");
 }
 
 void DemoScenario::quickFilterShowsMatchingRows()
@@ -418,5 +457,24 @@ void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
         // The file dialog follows once the options are confirmed.
         answerFileDialog(file);
         control<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
+void DemoScenario::answerContextMenu(const QString &entry)
+{
+    m_menuAnswered = false;
+    m_menuEntries.clear();
+    // The menu comes once the script answered; it is modal too.
+    QTimer::singleShot(10, this, [this, entry] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu || menu->objectName() != QLatin1String("alarmContextMenu"))
+            return answerContextMenu(entry);
+        bool found = false;
+        for (QAction *action : menu->actions()) {
+            m_menuEntries << (action->isSeparator() ? QString() : action->text());
+            if (action->text() == entry && action->isEnabled()) {
+                menu->setActiveAction(action);
+                found = true;
+            }
+        }
+        QTest::keyClick(menu, found ? Qt::Key_Return : Qt::Key_Escape);
+        m_menuAnswered = true;
     });
 }

@@ -20,6 +20,7 @@ class DemoScenario : public QObject
 
 private slots:
     void initTestCase();
+    void contextMenuAcknowledgesAnAlarm();
     void quickFilterShowsMatchingRows();
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
@@ -38,6 +39,7 @@ private:
     QString stateText() const;
     void answerFileDialog(const QString &file);
     void answerCsvOptions(QChar separator, const QString &file);
+    void answerContextMenu(const QString &entry);
 
     QWidget *m_window = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
@@ -52,4 +54,6 @@ private:
     QLabel *m_timeLabel = nullptr;
     QLabel *m_countsLabel = nullptr;
     QString m_filterFile;
+    QStringList m_menuEntries;
+    bool m_menuAnswered = false;
 };

@@ -160,6 +160,31 @@ private slots:
         QVERIFY(log.lines().at(2).contains(QLatin1String("noSuchFunction")));
     }
 
+    void forcedStartResults()
+    {
+        const int before = Controller::thisPtr->checkInCount();
+        const int id = checkIn(QStringLiteral("native"));
+        checkIn(QStringLiteral("noSuchLibrary"));
+        QCOMPARE(Controller::thisPtr->checkInCount(), before + 2);
+
+        // A forced 1 is a refusal: nothing queued, the callback untouched.
+        CallRecord refused;
+        auto *cb = new RecordingCb(&refused);
+        Controller::thisPtr->forceNextStartResult(1);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", DynVar(), cb), 1);
+        QCOMPARE(Controller::thisPtr->pendingCallCount(), 0);
+        delete cb;
+        QCOMPARE(refused.executed, 0);
+
+        // Any other forced value is a start; only the next start is forced.
+        CallRecord negative, normal;
+        Controller::thisPtr->forceNextStartResult(-7);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", DynVar(), new RecordingCb(&negative)), -7);
+        QCOMPARE(Controller::thisPtr->startFunc(id, "echo", DynVar(), new RecordingCb(&normal)), 0);
+        QTRY_VERIFY(negative.deleted && normal.deleted);
+        QCOMPARE(negative.executed, 1);
+    }
+
     void nullResultsAndNullCallbacks()
     {
         const int id = checkIn(QStringLiteral("native"));

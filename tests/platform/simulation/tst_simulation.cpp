@@ -163,6 +163,33 @@ private slots:
         QVERIFY(acked > 0);
     }
 
+    void operatorAcknowledgesOneElement()
+    {
+        AlarmSimulator sim;
+        sim.setConfig(smallConfig(), startMs);
+        QSignalSpy bursts(&sim, &AlarmSimulator::alarmBurst);
+        AlarmRecord waiting;
+        AlarmRecord notAckable;
+        for (const AlarmRecord &r : sim.getCurrentAlarms()) {
+            if (r.acknowledgeable && r.state == AlarmRecord::CameUnacknowledged)
+                waiting = r;
+            else if (!r.acknowledgeable)
+                notAckable = r;
+        }
+        QVERIFY(waiting.serial > 0 && notAckable.serial > 0);
+        QVERIFY(!sim.acknowledge(notAckable.system, notAckable.dpe));
+        QVERIFY(!sim.acknowledge(waiting.system, QStringLiteral("no such element")));
+        QVERIFY(sim.acknowledge(waiting.system, waiting.dpe));
+        QCOMPARE(bursts.size(), 1);
+        const AlarmRecordList changed = bursts.at(0).at(0).value<AlarmRecordList>();
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().serial, waiting.serial);
+        QCOMPARE(changed.first().state, AlarmRecord::CameAcknowledged);
+        QVERIFY(!sim.acknowledge(waiting.system, waiting.dpe)); // nothing left to acknowledge
+        sim.setSystemConnected(waiting.system, false);
+        QCOMPARE(bursts.size(), 1);
+    }
+
     void disconnectedSystemIsSilentAndResynchronizes()
     {
         SimulationConfig config = smallConfig();
