@@ -10,13 +10,16 @@
 #include <QMainWindow>
 #include <QSharedPointer>
 
+class AlarmClassColors;
 class AlarmsModel;
 class AlarmsProxyModel;
 class AlarmSimulator;
 class AlarmSource;
 class DemoProject;
+class DemoStatistics;
 class QAction;
 class QLabel;
+class QVBoxLayout;
 class QTreeView;
 class SourceAndFiltersUi;
 
@@ -57,6 +60,7 @@ signals:
 
 private:
     void createPanel(QWidget *parent);
+    void createStatistics(const DemoProject &project, QVBoxLayout *layout);
     void shareActionAccess();
     void createActions();
     void connectPanel();
@@ -77,6 +81,8 @@ private:
     AlarmSource *m_source = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
     QTreeView *m_table = nullptr;
+    DemoStatistics *m_statistics = nullptr;
+    AlarmClassColors *m_classColors = nullptr;
     QLabel *m_countLabel = nullptr;
     QAction *m_groupedAction = nullptr;
     QAction *m_saveFilterAction = nullptr;

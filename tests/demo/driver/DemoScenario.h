@@ -5,6 +5,7 @@
 
 class QAbstractButton;
 class QComboBox;
+class FilterStatisticsView;
 class QLabel;
 class QTreeView;
 class SourceAndFiltersUi;
@@ -21,6 +22,9 @@ class DemoScenario : public QObject
 private slots:
     void initTestCase();
     void quickFilterShowsMatchingRows();
+    void statisticsBarCountsTheTable();
+    void unacknowledgedAlarmsBlink();
+    void statisticsBarFollowsItsDatapoint();
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
@@ -49,4 +53,5 @@ private:
     QLabel *m_timeLabel = nullptr;
     QLabel *m_countsLabel = nullptr;
     QString m_filterFile;
+    FilterStatisticsView *m_statisticsBar = nullptr;
 };
