@@ -1,7 +1,7 @@
 #include "MainWindow.h"
 
-#include "AlarmContextMenu.h"
 #include "AlarmClassColors.h"
+#include "AlarmContextMenu.h"
 #include "AlarmSimulator.h"
 #include "AlarmSource.h"
 #include "AlarmsModel.h"
@@ -9,8 +9,8 @@
 #include "DemoProject.h"
 #include "DemoStatistics.h"
 #include "EwoActions.h"
-#include "MouseEventProcessor.h"
 #include "FilterStatisticsView.h"
+#include "MouseEventProcessor.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SystemConnectionsControl.h"
