@@ -9,6 +9,7 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SystemConnectionsControl.h"
+#include "SystemStatusViews.h"
 
 #include <QAction>
 #include <QDir>
@@ -78,6 +79,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     shareActionAccess();
     connectPanel();
     connectSource();
+    new SystemStatusViews(this, m_proxy, m_simulator, getLogBuffer());
 
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::expandGroups);
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateAlarmCount);

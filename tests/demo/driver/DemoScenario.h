@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVector>
 
 class QAbstractButton;
 class QComboBox;
@@ -21,6 +22,7 @@ class DemoScenario : public QObject
 private slots:
     void initTestCase();
     void quickFilterShowsMatchingRows();
+    void disconnectedSystemStaysInTheTable();
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
@@ -28,6 +30,8 @@ private slots:
 private:
     QStringList shownColumn(int column) const;
     QStringList shownRowTexts() const;
+    // Whether each shown alarm of `system` is connected, in table order.
+    QVector<bool> shownConnections(const QString &system) const;
     int columnOf(const QString &title) const;
     void applySource();
     void typeQuickFilter(const QString &text);
