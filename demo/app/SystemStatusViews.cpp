@@ -19,7 +19,6 @@ SystemStatusViews::SystemStatusViews(QMainWindow *window, AlarmsProxyModel *prox
 {
     m_map->setObjectName(QStringLiteral("connectionMap"));
     m_map->copyLogSettings(proxy);
-    m_map->setToolTip(tr("Connections of the systems; click a system for the list"));
     m_map->setProxyModel(proxy);
     connect(m_map, &ConnectionMapWidget::activated, this, &SystemStatusViews::showSystemsDialog);
 
