@@ -9,6 +9,13 @@ MsgLoggerStatistics::MsgLoggerStatistics(QWidget *parent) : QLabel(parent)
     contentChanged(0, MsgLoggerEnums::Trace);
 }
 
+MsgLoggerStatistics::~MsgLoggerStatistics()
+{
+    // The dialog reports its end to dialogDestroyed: it must go while this is
+    // still a label, not later among the plain QWidget's children.
+    delete m_dialog;
+}
+
 void MsgLoggerStatistics::setModel(const QSharedPointer<MsgLoggerModel> &model)
 {
     if (m_model == model)

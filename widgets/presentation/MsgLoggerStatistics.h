@@ -19,6 +19,7 @@ class WIDGETS_EXPORT MsgLoggerStatistics : public QLabel
     Q_OBJECT
 public:
     explicit MsgLoggerStatistics(QWidget *parent = nullptr);
+    ~MsgLoggerStatistics() override;
 
     void setModel(const QSharedPointer<MsgLoggerModel> &model);
     QSharedPointer<MsgLoggerModel> getModel() const { return m_model; }
