@@ -14,6 +14,7 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SystemConnectionsControl.h"
+#include "SystemStatusViews.h"
 #include "TableServices.h"
 
 #include <QAction>
@@ -88,6 +89,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     connectSource();
     m_services->setFocusArea(central, m_panel ? m_panel->getTabGroups() : QList<QWidget *>());
     createMouseProcessor();
+    new SystemStatusViews(this, m_proxy, m_simulator, getLogBuffer());
 
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::expandGroups);
     connect(m_proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateAlarmCount);

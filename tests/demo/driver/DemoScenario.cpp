@@ -6,6 +6,13 @@
 #include "Constants.h"
 #include "FilterStatisticsView.h"
 #include "FilterStatisticsWidget.h"
+#include "ConnectionMapWidget.h"
+#include "Constants.h"
+#include "DialogLogHistory.h"
+#include "DialogSystemConnections.h"
+#include "MsgLoggerModel.h"
+#include "MsgLoggerStatistics.h"
+#include "SysConnectModel.h"
 #include "QuickFilterEditor.h"
 #include "Resources.h"
 #include "SourceAndFiltersUi.h"
@@ -21,6 +28,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDateTime>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -35,9 +43,12 @@
 #include <QRadioButton>
 #include <QMenu>
 #include <QStatusBar>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSet>
+#include <QPushButton>
 #include <QSpinBox>
+#include <QTableView>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
@@ -71,6 +82,27 @@ template<class T>
 T *control(QObject *root, const char *name)
 {
     return root->findChild<T *>(QLatin1String(name));
+}
+
+QPoint squareOf(ConnectionMapWidget *map, const QString &system)
+{
+    for (const ConnectionMapWidget::SystemConnectionInfo &info : map->getSystems()) {
+        if (info.name == system)
+            return info.rect.center();
+    }
+    return QPoint(-1, -1);
+}
+
+QColor squareColour(ConnectionMapWidget *map, const QString &system)
+{
+    return map->grab().toImage().pixelColor(squareOf(map, system));
+}
+
+void clickClose(QDialog *dialog)
+{
+    auto *box = dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
+    QVERIFY(box && box->button(QDialogButtonBox::Close));
+    QTest::mouseClick(box->button(QDialogButtonBox::Close), Qt::LeftButton);
 }
 
 const QStringList QueriedSystems{QStringLiteral("Boiler"), QStringLiteral("Turbine")};
@@ -252,6 +284,70 @@ void DemoScenario::statisticsBarFollowsItsDatapoint()
     const QStringList systems = shownColumn(columnOf(QStringLiteral("System")));
     QCOMPARE(m_statisticsBar->getFilterStatistics(QStringLiteral("Turbine")).value(QStringLiteral("%matching%")).toInt(),
              int(systems.count(QStringLiteral("Turbine"))));
+void DemoScenario::disconnectedSystemStaysInTheTable()
+{
+    const QString lost = QStringLiteral("Turbine");
+    const QColor red(255, 0, 0), green(0, 255, 0), warning(255, 255, 192);
+    auto *map = control<ConnectionMapWidget>(m_window, "connectionMap");
+    auto *logLabel = control<MsgLoggerStatistics>(m_window, "logStatistics");
+    auto *connected = control<QAction>(m_window, "connectSystemAction_Turbine");
+    QVERIFY2(map && logLabel && connected, "the status bar or the Systems menu lacks a control");
+    QVERIFY(map->isVisible() && logLabel->isVisible());
+    QStringList squares;
+    for (const ConnectionMapWidget::SystemConnectionInfo &info : map->getSystems())
+        squares << info.name;
+    QCOMPARE(squares, (QStringList{"Boiler", "Turbine", "Substation", "WaterTreatment"})); // by system number
+    QVERIFY(connected->isChecked());
+    QCOMPARE(squareColour(map, lost), green);
+    const int shownBefore = shownConnections(lost).size();
+    QVERIFY(shownBefore > 0);
+
+    // The operator pulls the plug: the square turns red, the alarms stay,
+    // marked as disconnected.
+    connected->trigger();
+    QVERIFY(!connected->isChecked());
+    QCOMPARE(squareColour(map, lost), red);
+    QCOMPARE(shownConnections(lost), QVector<bool>(shownBefore, false));
+    QCOMPARE(squareColour(map, QStringLiteral("Boiler")), green);
+
+    // A click on the map lists the systems; only the lost one is flagged.
+    QTest::mouseClick(map, Qt::LeftButton, {}, squareOf(map, lost));
+    QPointer<DialogSystemConnections> systems = m_window->findChild<DialogSystemConnections *>();
+    QVERIFY(systems && systems->isVisible());
+    SysConnectModel *model = systems->getModel();
+    QVERIFY(!model->modelIndex(model->findSystemIdx(lost)).data(Qt::DecorationRole).value<QIcon>().isNull());
+    QVERIFY(!model->modelIndex(model->findSystemIdx(QStringLiteral("Boiler"))).data(Qt::DecorationRole).isValid());
+
+    // The lost connection is a warning in the message history.
+    const QColor labelColour = logLabel->palette().color(logLabel->backgroundRole());
+    QVERIFY2(logLabel->autoFillBackground() && (labelColour == warning || labelColour == QColor(255, 192, 192)),
+             qPrintable(labelColour.name()));
+    QTest::mouseClick(logLabel, Qt::LeftButton);
+    QPointer<DialogLogHistory> history = logLabel->getDialog();
+    QVERIFY(history && history->isVisible());
+    const QAbstractItemModel *messages = history->getView()->model();
+    QColor lostColour;
+    for (int row = 0; row < messages->rowCount(); ++row) {
+        if (messages->index(row, MsgLoggerModel::TextColumn).data().toString().contains(lost))
+            lostColour = messages->index(row, MsgLoggerModel::SeverityColumn)
+                             .data(Qt::BackgroundRole)
+                             .value<QBrush>()
+                             .color();
+    }
+    QCOMPARE(lostColour, warning);
+    clickClose(history);
+    QTRY_VERIFY(!history);
+
+    // Back again: green, the alarms brought up to date and connected; the
+    // open dialog follows.
+    connected->trigger();
+    QCOMPARE(squareColour(map, lost), green);
+    QVERIFY(!model->modelIndex(model->findSystemIdx(lost)).data(Qt::DecorationRole).isValid());
+    const QVector<bool> after = shownConnections(lost);
+    QVERIFY(!after.isEmpty());
+    QCOMPARE(after, QVector<bool>(after.size(), true));
+    clickClose(systems);
+    QTRY_VERIFY(!systems);
 }
 
 void DemoScenario::historyQueryOverTwoSystems()
@@ -439,6 +535,20 @@ QStringList DemoScenario::shownRowTexts() const
         rows << cells.join(QLatin1Char('|'));
     }
     return rows;
+}
+
+QVector<bool> DemoScenario::shownConnections(const QString &system) const
+{
+    const auto *proxy = qobject_cast<const AlarmsProxyModel *>(m_table->model());
+    QVector<bool> result;
+    if (!proxy)
+        return result;
+    for (int row = 0; row < proxy->rowCount(); ++row) {
+        const auto alarm = proxy->getAlarmAtRow(proxy->index(row, 0));
+        if (alarm && alarm->getIdent().getSystem() == system)
+            result << alarm->isConnected();
+    }
+    return result;
 }
 
 int DemoScenario::columnOf(const QString &title) const

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVector>
 
 class QAbstractButton;
 class QComboBox;
@@ -26,6 +27,7 @@ private slots:
     void statisticsBarCountsTheTable();
     void unacknowledgedAlarmsBlink();
     void statisticsBarFollowsItsDatapoint();
+    void disconnectedSystemStaysInTheTable();
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
@@ -35,6 +37,8 @@ private slots:
 private:
     QStringList shownColumn(int column) const;
     QStringList shownRowTexts() const;
+    // Whether each shown alarm of `system` is connected, in table order.
+    QVector<bool> shownConnections(const QString &system) const;
     int columnOf(const QString &title) const;
     void applySource();
     void typeQuickFilter(const QString &text);
