@@ -59,6 +59,8 @@ private:
     void createPanel(QWidget *parent);
     void shareActionAccess();
     void createActions();
+    void createSimulationActions();
+    void keepOperatorsPlace();
     void connectPanel();
     void connectSource();
     void saveFilter();
@@ -81,6 +83,7 @@ private:
     QAction *m_groupedAction = nullptr;
     QAction *m_saveFilterAction = nullptr;
     QAction *m_loadFilterAction = nullptr;
+    QAction *m_floodAction = nullptr;
     SourceAndFilter m_appliedFilter;
     QString m_filterDirectory;
     QStringList m_problems;

@@ -82,7 +82,7 @@ void TestEndToEnd::operatorSessionInRunningDemo()
     QVERIFY2(run.exitCode == 0, qPrintable(describe(run)));
     // Every step of the session ran and passed (a driver that did not load
     // would leave the demo running until the timeout).
-    QVERIFY2(run.out.contains(QLatin1String("Totals: 6 passed, 0 failed, 0 skipped")), qPrintable(describe(run)));
+    QVERIFY2(run.out.contains(QLatin1String("Totals: 7 passed, 0 failed, 0 skipped")), qPrintable(describe(run)));
 }
 
 void TestEndToEnd::screenshotOfLiveAlarms()

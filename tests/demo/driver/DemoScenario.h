@@ -24,6 +24,7 @@ private slots:
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
+    void selectionSurvivesAFlood();
 
 private:
     QStringList shownColumn(int column) const;
