@@ -8,3 +8,4 @@ build="$src/build-bench"
 "$src/tools/setup.sh" "$build" -DCMAKE_BUILD_TYPE=Release -DAS_BUILD_TESTS=OFF -DAS_BUILD_BENCH=ON
 export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench" "$@"
+"$build/bench/alarmscreen_bench_bursts" "$@"

@@ -12,7 +12,7 @@
 
 // What a burst or a filter change does to the alarms of one leaf.
 struct AlarmsProxyModel::LeafChange {
-    QVector<int> goneRows;            // rows whose alarms go
+    QVector<AlarmInstancePtr> gone;   // alarms that go, if the leaf shows them
     QVector<AlarmInstancePtr> fresh;  // alarms that come, in any order
     bool replaceAll = false;          // fresh is the leaf's whole new content
 };
@@ -563,10 +563,8 @@ void AlarmsProxyModel::applyBurstAsLayoutChange(const QVector<AlarmInstancePtr> 
     // exist are merged into them, the others open new groups afterwards.
     QHash<Node *, LeafChange> changes;
     for (const AlarmInstancePtr &alarm : gone) {
-        Node *leaf = findLeaf(*alarm);
-        const int row = leaf ? findInLeaf(leaf, alarm.data()) : -1;
-        if (row >= 0)
-            changes[leaf].goneRows.append(row);
+        if (Node *leaf = findLeaf(*alarm))
+            changes[leaf].gone.append(alarm);
     }
     QVector<AlarmInstancePtr> newcomers;
     for (const AlarmInstancePtr &alarm : fresh) {
@@ -597,27 +595,38 @@ void AlarmsProxyModel::mergeIntoLeaves(QHash<Node *, LeafChange> &changes)
         if (change.replaceAll) {
             leaf->alarms = change.fresh;
         } else {
-            // The rows that stay are in order already: one merge pass.
-            std::sort(change.goneRows.begin(), change.goneRows.end());
-            change.goneRows.erase(std::unique(change.goneRows.begin(), change.goneRows.end()),
-                                  change.goneRows.end());
-            const QVector<AlarmInstancePtr> old = std::move(leaf->alarms);
-            QVector<AlarmInstancePtr> merged;
-            merged.reserve(old.size() - change.goneRows.size() + change.fresh.size());
-            auto nextGone = change.goneRows.cbegin();
-            auto nextFresh = change.fresh.cbegin();
-            for (int row = 0; row < old.size(); ++row) {
-                if (nextGone != change.goneRows.cend() && *nextGone == row) {
-                    ++nextGone;
-                    continue;
+            // The rows that stay are in order already: the sorted changes are
+            // found among them by galloping, and the rows in between move
+            // over as they are, without looking at their alarms.
+            std::sort(change.gone.begin(), change.gone.end(), less);
+            QVector<int> goneRows;
+            int from = 0;
+            for (const AlarmInstancePtr &alarm : qAsConst(change.gone)) {
+                const int row = gallop(leaf->alarms, from, *alarm, false);
+                if (row < leaf->alarms.size() && leaf->alarms.at(row) == alarm) {
+                    goneRows.append(row);
+                    from = row + 1;
                 }
-                const AlarmInstancePtr &kept = old.at(row);
-                while (nextFresh != change.fresh.cend() && lessThan(**nextFresh, *kept))
-                    merged.append(*nextFresh++);
-                merged.append(kept);
             }
-            for (; nextFresh != change.fresh.cend(); ++nextFresh)
-                merged.append(*nextFresh);
+            QVector<AlarmInstancePtr> old = std::move(leaf->alarms);
+            AlarmInstancePtr *rows = old.data();
+            QVector<AlarmInstancePtr> merged;
+            merged.reserve(old.size() - goneRows.size() + change.fresh.size());
+            auto nextGone = goneRows.cbegin();
+            int kept = 0;
+            const auto keepUpTo = [&](int end) {
+                for (; kept < end; ++kept) {
+                    if (nextGone != goneRows.cend() && *nextGone == kept)
+                        ++nextGone;
+                    else
+                        merged.append(std::move(rows[kept]));
+                }
+            };
+            for (const AlarmInstancePtr &alarm : qAsConst(change.fresh)) {
+                keepUpTo(gallop(old, kept, *alarm, true));
+                merged.append(alarm);
+            }
+            keepUpTo(old.size());
             leaf->alarms = std::move(merged);
         }
         const int delta = leaf->alarms.size() - before;
@@ -736,6 +745,29 @@ void AlarmsProxyModel::insertNewGroups(QVector<AlarmInstancePtr> alarms)
         }
         announceCounts(holder);
     }
+}
+
+int AlarmsProxyModel::gallop(const QVector<AlarmInstancePtr> &rows, int from, const AlarmInstance &alarm,
+                             bool after) const
+{
+    // The first row at or after `from` that is not before the alarm (or,
+    // with `after`, that comes after it), probing 1, 2, 4, ... rows ahead:
+    // a burst's changes spread over a large leaf cost a few looks each.
+    const auto before = [this, after](const AlarmInstancePtr &row, const AlarmInstance &a) {
+        return after ? !lessThan(a, *row) : lessThan(*row, a);
+    };
+    int low = from;
+    int high = rows.size();
+    for (int step = 1; low + step < rows.size(); step *= 2) {
+        if (!before(rows.at(low + step), alarm)) {
+            high = low + step;
+            break;
+        }
+        low += step;
+    }
+    return int(std::partition_point(rows.cbegin() + low, rows.cbegin() + high,
+                                    [&](const AlarmInstancePtr &row) { return before(row, alarm); })
+               - rows.cbegin());
 }
 
 bool AlarmsProxyModel::isShown(const AlarmInstance *alarm) const

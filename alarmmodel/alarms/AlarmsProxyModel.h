@@ -124,6 +124,7 @@ private:
     QVector<AlarmInstancePtr> acceptedAlarms() const;
     QVector<Node *> leaves() const;
     bool isShown(const AlarmInstance *alarm) const;
+    int gallop(const QVector<AlarmInstancePtr> &rows, int from, const AlarmInstance &alarm, bool after) const;
     void applyBurstAsLayoutChange(const QVector<AlarmInstancePtr> &gone, const QVector<AlarmInstancePtr> &fresh);
     void mergeIntoLeaves(QHash<Node *, LeafChange> &changes);
     void insertNewGroups(QVector<AlarmInstancePtr> alarms);
