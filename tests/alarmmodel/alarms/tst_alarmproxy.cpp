@@ -291,6 +291,75 @@ private slots:
         QCOMPARE(updated->getData().state, AlarmInstance::WentUnacknowledged);
     }
 
+    // Random bursts that empty groups and open new ones at both levels,
+    // interleaved with filter changes: the table always equals one built from
+    // scratch, and every persistent index either still shows its alarm or,
+    // when the alarm left, is invalid.
+    void randomBurstsKeepTableAndIndexes_data()
+    {
+        QTest::addColumn<QStringList>("groups");
+        QTest::addColumn<int>("incrementalLimit");
+        QTest::newRow("flat, row by row") << QStringList() << 1000;
+        QTest::newRow("flat, merged") << QStringList() << 0;
+        QTest::newRow("grouped, row by row") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 1000;
+        QTest::newRow("grouped, merged") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 0;
+    }
+    void randomBurstsKeepTableAndIndexes()
+    {
+        QFETCH(QStringList, groups);
+        QFETCH(int, incrementalLimit);
+        QRandomGenerator random(21);
+        const auto randomAlarm = [&random](qint64 serial) {
+            return makeAlarm(QStringLiteral("Sys%1").arg(QChar('A' + random.bounded(4))), serial,
+                             QVector<int>{10, 50, 100, 200}.at(int(random.bounded(4))),
+                             texts.at(int(random.bounded(texts.size()))), baseTime + 1000 * random.bounded(50));
+        };
+        auto model = QSharedPointer<AlarmsModel>::create();
+        QVector<AlarmInstancePtr> alarms;
+        for (int serial = 1; serial <= 60; ++serial)
+            alarms.append(randomAlarm(serial));
+        model->setAlarms(alarms);
+        AlarmsProxyModel proxy;
+        // Fatal: the QtTest mode formats a message for every check of every round.
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        proxy.setIncrementalBurstLimit(incrementalLimit);
+        proxy.setAlarmsModel(model);
+        proxy.setGrouping(grouping(groups));
+        QSignalSpy resets(&proxy, &QAbstractItemModel::modelReset);
+
+        QuickCellFilter pump;
+        QVERIFY(pump.setString(QStringLiteral("pump")));
+        for (int round = 0; round < 40; ++round) {
+            QHash<AlarmIdent, QPersistentModelIndex> tracked;
+            for (const auto &alarm : shownAlarms(proxy))
+                tracked.insert(alarm->getIdent(), QPersistentModelIndex(proxy.findAlarm(alarm->getIdent(), 1)));
+            if (round % 10 == 9) {
+                proxy.setQuickFilter(round % 20 == 9 ? pump : QuickCellFilter());
+            } else {
+                AlarmBurst burst;
+                for (int i = int(random.bounded(1, 25)); i > 0; --i) {
+                    const qint64 serial = random.bounded(1, 90);
+                    if (random.bounded(3) == 0)
+                        burst.remove(AlarmIdent(QStringLiteral("SysA"), serial));
+                    burst.upsert(randomAlarm(serial));
+                    if (random.bounded(4) == 0)
+                        burst.remove(randomAlarm(serial)->getIdent());
+                }
+                model->applyBurst(burst);
+            }
+            AlarmsProxyModel reference;
+            reference.setAlarmsModel(model);
+            reference.setGrouping(grouping(groups));
+            reference.setQuickFilter(proxy.getQuickFilter());
+            QCOMPARE(dump(proxy), dump(reference));
+            for (auto it = tracked.cbegin(); it != tracked.cend(); ++it) {
+                const QModelIndex now = proxy.findAlarm(it.key(), 1);
+                QCOMPARE(QModelIndex(it.value()), now);
+            }
+        }
+        QCOMPARE(resets.size(), 0);
+    }
+
     void modelBurstResolution()
     {
         AlarmsModel model;
