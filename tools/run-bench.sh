@@ -12,3 +12,4 @@ export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench_completions"
 "$build/bench/alarmscreen_bench_colors"
 "$build/bench/alarmscreen_bench_logflood"
+"$build/bench/alarmscreen_bench_bursts" "$@"

@@ -10,6 +10,26 @@
 
 #include <algorithm>
 
+// What a burst or a filter change does to the alarms of one leaf.
+struct AlarmsProxyModel::LeafChange {
+    QVector<AlarmInstancePtr> gone;   // alarms that go, if the leaf shows them
+    QVector<AlarmInstancePtr> fresh;  // alarms that come, in any order
+    bool replaceAll = false;          // fresh is the leaf's whole new content
+};
+
+// What the persistent indexes showed before the rows changed: the alarm by
+// identity, a group by its keys from the top.
+struct AlarmsProxyModel::PersistentSnapshot {
+    struct Row {
+        bool isAlarm = false;
+        AlarmIdent alarm;
+        QStringList groupKeys;
+    };
+    QModelIndexList from;
+    QVector<int> target; // per index: its entry in rows
+    QVector<Row> rows;
+};
+
 namespace {
 
 QList<ColumnDefinition> defaultColumns()
@@ -53,7 +73,7 @@ void AlarmsProxyModel::setAlarmsModel(const QSharedPointer<AlarmsModel> &model)
         connect(m_model->getConnectionControl(), &SystemConnectionsControl::connectedSystemsChanged, this,
                 &AlarmsProxyModel::connectedSystemsChanged);
     }
-    refilter();
+    resetRows();
     emit connectedSystemsChanged();
 }
 
@@ -380,24 +400,58 @@ QVector<AlarmInstancePtr> AlarmsProxyModel::acceptedAlarms() const
     return result;
 }
 
-void AlarmsProxyModel::refilter()
+QVector<AlarmInstancePtr> AlarmsProxyModel::filteredAlarms() const
 {
+    if (!m_model)
+        return {};
+    const QVector<AlarmInstancePtr> &all = m_model->getAlarms();
+    if (m_matcher.isEmpty())
+        return all;
     QVector<AlarmInstancePtr> accepted;
-    if (m_model) {
-        const QVector<AlarmInstancePtr> &all = m_model->getAlarms();
-        if (m_matcher.isEmpty()) {
-            accepted = all;
-        } else {
-            accepted.reserve(all.size());
-            for (const AlarmInstancePtr &alarm : all) {
-                if (m_matcher.matches(*alarm))
-                    accepted.append(alarm);
-            }
-        }
+    accepted.reserve(all.size());
+    for (const AlarmInstancePtr &alarm : all) {
+        if (m_matcher.matches(*alarm))
+            accepted.append(alarm);
     }
+    return accepted;
+}
+
+void AlarmsProxyModel::resetRows()
+{
+    const QVector<AlarmInstancePtr> accepted = filteredAlarms();
     beginResetModel();
     rebuild(accepted);
     endResetModel();
+}
+
+void AlarmsProxyModel::refilter()
+{
+    const QVector<AlarmInstancePtr> accepted = filteredAlarms();
+    // Every leaf is refilled from the accepted alarms; a leaf that gets none
+    // is emptied and its group goes. Alarms of groups not shown so far open
+    // new groups.
+    QHash<Node *, LeafChange> changes;
+    QVector<AlarmInstancePtr> newcomers;
+    if (m_groupProps.isEmpty()) {
+        LeafChange &change = changes[m_root.get()];
+        change.replaceAll = true;
+        change.fresh = accepted;
+    } else {
+        for (Node *leaf : leaves())
+            changes[leaf].replaceAll = true;
+        for (const AlarmInstancePtr &alarm : accepted) {
+            if (Node *leaf = findLeaf(*alarm))
+                changes[leaf].fresh.append(alarm);
+            else
+                newcomers.append(alarm);
+        }
+    }
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    const PersistentSnapshot snapshot = snapshotPersistent();
+    mergeIntoLeaves(changes);
+    restorePersistent(snapshot);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    insertNewGroups(newcomers);
 }
 
 void AlarmsProxyModel::rebuild(const QVector<AlarmInstancePtr> &accepted)
@@ -455,7 +509,8 @@ void AlarmsProxyModel::rebuild(const QVector<AlarmInstancePtr> &accepted)
 
 void AlarmsProxyModel::alarmsReset(const AlarmsModel &)
 {
-    refilter();
+    // The whole content is new: nothing of the old place can be kept.
+    resetRows();
 }
 
 void AlarmsProxyModel::modelDestroyed(const AlarmsModel &)
@@ -470,60 +525,334 @@ void AlarmsProxyModel::modelDestroyed(const AlarmsModel &)
 
 void AlarmsProxyModel::alarmsChanged(const AlarmsModel &, const AlarmChanges &changes)
 {
-    if (changes.size() > m_incrementalLimit) {
-        applyBurstAsReset(changes);
-        return;
-    }
-    for (const AlarmInstancePtr &alarm : changes.removed)
-        removeAlarm(alarm.data());
+    QVector<AlarmInstancePtr> gone = changes.removed;
+    QVector<AlarmInstancePtr> fresh;
+    bool rowByRow = changes.size() <= m_incrementalLimit;
+    bool movesShownAlarm = false;
     for (const auto &change : changes.updated) {
         const bool accepted = m_matcher.matches(*change.second);
-        if (accepted && replaceInPlace(change.first, change.second))
+        // In place first, while the neighbours are the ones the check saw.
+        if (rowByRow && accepted && replaceInPlace(change.first, change.second))
             continue;
-        removeAlarm(change.first.data());
-        if (accepted)
-            insertAlarm(change.second);
-    }
-    for (const AlarmInstancePtr &alarm : changes.added) {
-        if (m_matcher.matches(*alarm))
-            insertAlarm(alarm);
-    }
-}
-
-void AlarmsProxyModel::applyBurstAsReset(const AlarmChanges &changes)
-{
-    QSet<const AlarmInstance *> gone;
-    gone.reserve(changes.removed.size() + changes.updated.size());
-    for (const AlarmInstancePtr &alarm : changes.removed)
-        gone.insert(alarm.data());
-    QVector<AlarmInstancePtr> fresh;
-    for (const auto &change : changes.updated) {
-        gone.insert(change.first.data());
-        if (m_matcher.matches(*change.second))
+        gone.append(change.first);
+        if (accepted) {
             fresh.append(change.second);
+            // As a removal and an insertion the alarm would lose its
+            // selection: only a layout change lets it keep its place.
+            movesShownAlarm = movesShownAlarm || (rowByRow && isShown(change.first.data()));
+        }
     }
     for (const AlarmInstancePtr &alarm : changes.added) {
         if (m_matcher.matches(*alarm))
             fresh.append(alarm);
     }
-    // The alarms that stay keep their filter result; they come out of the
-    // tree leaf by leaf, already in order, and the new ones are merged in.
-    QVector<AlarmInstancePtr> accepted = acceptedAlarms();
-    accepted.erase(std::remove_if(accepted.begin(), accepted.end(),
-                                  [&gone](const AlarmInstancePtr &a) { return gone.contains(a.data()); }),
-                   accepted.end());
-    const auto less = [this](const AlarmInstancePtr &a, const AlarmInstancePtr &b) { return lessThan(*a, *b); };
-    std::sort(fresh.begin(), fresh.end(), less);
-    if (m_groupProps.isEmpty()) {
-        const int middle = accepted.size();
-        accepted += fresh;
-        std::inplace_merge(accepted.begin(), accepted.begin() + middle, accepted.end(), less);
-    } else {
-        accepted += fresh;
+    if (rowByRow && !movesShownAlarm) {
+        for (const AlarmInstancePtr &alarm : qAsConst(gone))
+            removeAlarm(alarm.data());
+        for (const AlarmInstancePtr &alarm : qAsConst(fresh))
+            insertAlarm(alarm);
+        return;
     }
-    beginResetModel();
-    rebuild(accepted);
-    endResetModel();
+    applyBurstAsLayoutChange(gone, fresh);
+}
+
+void AlarmsProxyModel::applyBurstAsLayoutChange(const QVector<AlarmInstancePtr> &gone,
+                                                const QVector<AlarmInstancePtr> &fresh)
+{
+    // Rows are looked up before anything moves; fresh alarms of groups that
+    // exist are merged into them, the others open new groups afterwards.
+    QHash<Node *, LeafChange> changes;
+    for (const AlarmInstancePtr &alarm : gone) {
+        if (Node *leaf = findLeaf(*alarm))
+            changes[leaf].gone.append(alarm);
+    }
+    QVector<AlarmInstancePtr> newcomers;
+    for (const AlarmInstancePtr &alarm : fresh) {
+        if (Node *leaf = findLeaf(*alarm))
+            changes[leaf].fresh.append(alarm);
+        else
+            newcomers.append(alarm);
+    }
+    if (!changes.isEmpty()) {
+        emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+        const PersistentSnapshot snapshot = snapshotPersistent();
+        mergeIntoLeaves(changes);
+        restorePersistent(snapshot);
+        emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    }
+    insertNewGroups(newcomers);
+}
+
+void AlarmsProxyModel::mergeIntoLeaves(QHash<Node *, LeafChange> &changes)
+{
+    const auto less = [this](const AlarmInstancePtr &a, const AlarmInstancePtr &b) { return lessThan(*a, *b); };
+    for (auto it = changes.begin(); it != changes.end(); ++it) {
+        Node *leaf = it.key();
+        LeafChange &change = it.value();
+        const int before = leaf->alarms.size();
+        if (!std::is_sorted(change.fresh.cbegin(), change.fresh.cend(), less))
+            std::sort(change.fresh.begin(), change.fresh.end(), less);
+        if (change.replaceAll) {
+            leaf->alarms = change.fresh;
+        } else {
+            // The rows that stay are in order already: the sorted changes are
+            // found among them by galloping, and the rows in between move
+            // over as they are, without looking at their alarms.
+            std::sort(change.gone.begin(), change.gone.end(), less);
+            QVector<int> goneRows;
+            int from = 0;
+            for (const AlarmInstancePtr &alarm : qAsConst(change.gone)) {
+                const int row = gallop(leaf->alarms, from, *alarm, false);
+                if (row < leaf->alarms.size() && leaf->alarms.at(row) == alarm) {
+                    goneRows.append(row);
+                    from = row + 1;
+                }
+            }
+            QVector<AlarmInstancePtr> old = std::move(leaf->alarms);
+            AlarmInstancePtr *rows = old.data();
+            QVector<AlarmInstancePtr> merged;
+            merged.reserve(old.size() - goneRows.size() + change.fresh.size());
+            auto nextGone = goneRows.cbegin();
+            int kept = 0;
+            const auto keepUpTo = [&](int end) {
+                for (; kept < end; ++kept) {
+                    if (nextGone != goneRows.cend() && *nextGone == kept)
+                        ++nextGone;
+                    else
+                        merged.append(std::move(rows[kept]));
+                }
+            };
+            for (const AlarmInstancePtr &alarm : qAsConst(change.fresh)) {
+                keepUpTo(gallop(old, kept, *alarm, true));
+                merged.append(alarm);
+            }
+            keepUpTo(old.size());
+            leaf->alarms = std::move(merged);
+        }
+        const int delta = leaf->alarms.size() - before;
+        for (Node *node = leaf; node; node = node->parent) {
+            node->alarmCount += delta;
+            // Every alarm below a group shares its key: any of them serves.
+            if (node->parent && !leaf->alarms.isEmpty())
+                node->sample = leaf->alarms.first();
+        }
+    }
+    // Groups left without alarms go, each with everything below it.
+    QSet<Node *> empty;
+    for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
+        for (Node *node = it.key(); node->parent && node->alarmCount == 0 && !empty.contains(node);
+             node = node->parent)
+            empty.insert(node);
+    }
+    QSet<Node *> holders;
+    for (Node *node : qAsConst(empty)) {
+        if (!empty.contains(node->parent))
+            holders.insert(node->parent);
+    }
+    for (Node *holder : qAsConst(holders)) {
+        for (const auto &group : holder->groups) {
+            if (empty.contains(group.get()))
+                holder->groupsByKey.remove(group->key);
+        }
+        holder->groups.erase(std::remove_if(holder->groups.begin(), holder->groups.end(),
+                                            [&empty](const std::unique_ptr<Node> &group) {
+                                                return empty.contains(group.get());
+                                            }),
+                             holder->groups.end());
+        holder->renumberGroups(0);
+    }
+}
+
+void AlarmsProxyModel::insertNewGroups(QVector<AlarmInstancePtr> alarms)
+{
+    if (alarms.isEmpty())
+        return;
+    const auto less = [this](const AlarmInstancePtr &a, const AlarmInstancePtr &b) { return lessThan(*a, *b); };
+    std::sort(alarms.begin(), alarms.end(), less);
+    // The new groups are built apart, below stand-ins of the groups they
+    // hang from, and then inserted in runs of neighbouring rows.
+    QHash<Node *, Node *> standIns;
+    std::vector<std::unique_ptr<Node>> standInStore;
+    for (const AlarmInstancePtr &alarm : qAsConst(alarms)) {
+        Node *holder = m_root.get();
+        int level = 0;
+        while (Node *child = holder->groupsByKey.value(alarm->getText(m_groupProps.at(level)))) {
+            holder = child;
+            ++level;
+        }
+        Node *&standIn = standIns[holder];
+        if (!standIn) {
+            standInStore.emplace_back(new Node);
+            standIn = standInStore.back().get();
+            standIn->level = holder->level;
+        }
+        Node *node = standIn;
+        for (; level < m_groupProps.size(); ++level) {
+            const QString &key = alarm->getText(m_groupProps.at(level));
+            Node *&child = node->groupsByKey[key];
+            if (!child) {
+                node->groups.emplace_back(new Node);
+                child = node->groups.back().get();
+                child->parent = node == standIn ? holder : node;
+                child->level = level + 1;
+                child->key = key;
+                child->sample = alarm;
+            }
+            node = child;
+            ++node->alarmCount;
+        }
+        node->alarms.append(alarm);
+    }
+    const auto groupOrder = [this](const std::unique_ptr<Node> &a, const std::unique_ptr<Node> &b) {
+        return groupLess(*a, *b);
+    };
+    for (auto it = standIns.cbegin(); it != standIns.cend(); ++it) {
+        Node *holder = it.key();
+        Node *standIn = it.value();
+        std::vector<Node *> pending{standIn};
+        while (!pending.empty()) {
+            Node *node = pending.back();
+            pending.pop_back();
+            std::sort(node->groups.begin(), node->groups.end(), groupOrder);
+            node->renumberGroups(0);
+            for (auto &group : node->groups) {
+                if (!isLeaf(group.get()))
+                    pending.push_back(group.get());
+            }
+        }
+        auto next = standIn->groups.begin();
+        while (next != standIn->groups.end()) {
+            const auto pos = std::lower_bound(holder->groups.begin(), holder->groups.end(), *next, groupOrder);
+            // The run ends where an existing group comes between.
+            auto runEnd = next + 1;
+            while (runEnd != standIn->groups.end() && (pos == holder->groups.end() || groupLess(**runEnd, **pos)))
+                ++runEnd;
+            const int row = int(pos - holder->groups.begin());
+            const int count = int(runEnd - next);
+            int added = 0;
+            beginInsertRows(indexOfGroup(holder), row, row + count - 1);
+            for (auto group = next; group != runEnd; ++group) {
+                added += (*group)->alarmCount;
+                holder->groupsByKey.insert((*group)->key, group->get());
+            }
+            holder->groups.insert(holder->groups.begin() + row, std::make_move_iterator(next),
+                                  std::make_move_iterator(runEnd));
+            holder->renumberGroups(row);
+            for (Node *node = holder; node; node = node->parent)
+                node->alarmCount += added;
+            endInsertRows();
+            next = runEnd;
+        }
+        announceCounts(holder);
+    }
+}
+
+int AlarmsProxyModel::gallop(const QVector<AlarmInstancePtr> &rows, int from, const AlarmInstance &alarm,
+                             bool after) const
+{
+    // The first row at or after `from` that is not before the alarm (or,
+    // with `after`, that comes after it), probing 1, 2, 4, ... rows ahead:
+    // a burst's changes spread over a large leaf cost a few looks each.
+    const auto before = [this, after](const AlarmInstancePtr &row, const AlarmInstance &a) {
+        return after ? !lessThan(a, *row) : lessThan(*row, a);
+    };
+    int low = from;
+    int high = rows.size();
+    for (int step = 1; low + step < rows.size(); step *= 2) {
+        if (!before(rows.at(low + step), alarm)) {
+            high = low + step;
+            break;
+        }
+        low += step;
+    }
+    return int(std::partition_point(rows.cbegin() + low, rows.cbegin() + high,
+                                    [&](const AlarmInstancePtr &row) { return before(row, alarm); })
+               - rows.cbegin());
+}
+
+bool AlarmsProxyModel::isShown(const AlarmInstance *alarm) const
+{
+    const Node *leaf = findLeaf(*alarm);
+    return leaf && findInLeaf(leaf, alarm) >= 0;
+}
+
+QVector<AlarmsProxyModel::Node *> AlarmsProxyModel::leaves() const
+{
+    QVector<Node *> result;
+    std::vector<Node *> pending{m_root.get()};
+    while (!pending.empty()) {
+        Node *node = pending.back();
+        pending.pop_back();
+        if (isLeaf(node))
+            result.append(node);
+        for (const auto &group : node->groups)
+            pending.push_back(group.get());
+    }
+    return result;
+}
+
+AlarmsProxyModel::PersistentSnapshot AlarmsProxyModel::snapshotPersistent() const
+{
+    // Only the persistent indexes that exist are looked at, once per row.
+    PersistentSnapshot snapshot;
+    snapshot.from = persistentIndexList();
+    snapshot.target.reserve(snapshot.from.size());
+    QHash<QPair<const Node *, int>, int> seen;
+    for (const QModelIndex &index : qAsConst(snapshot.from)) {
+        const Node *holder = nodeOf(index);
+        const QPair<const Node *, int> key(holder, index.row());
+        auto it = seen.constFind(key);
+        if (it == seen.constEnd()) {
+            PersistentSnapshot::Row row;
+            if (isLeaf(holder)) {
+                row.isAlarm = true;
+                row.alarm = holder->alarms.at(index.row())->getIdent();
+            } else {
+                for (const Node *node = holder->groups[size_t(index.row())].get(); node->parent; node = node->parent)
+                    row.groupKeys.prepend(node->key);
+            }
+            it = seen.insert(key, snapshot.rows.size());
+            snapshot.rows.append(row);
+        }
+        snapshot.target.append(*it);
+    }
+    return snapshot;
+}
+
+void AlarmsProxyModel::restorePersistent(const PersistentSnapshot &snapshot)
+{
+    QVector<QPair<Node *, int>> found;
+    found.reserve(snapshot.rows.size());
+    for (const PersistentSnapshot::Row &row : snapshot.rows) {
+        Node *holder = nullptr;
+        int position = -1;
+        if (row.isAlarm) {
+            // By identity: an update replaced the instance the index showed.
+            const AlarmInstancePtr alarm = getAlarmByIdent(row.alarm);
+            holder = alarm ? findLeaf(*alarm) : nullptr;
+            position = holder ? findInLeaf(holder, alarm.data()) : -1;
+        } else {
+            Node *node = m_root.get();
+            for (const QString &key : row.groupKeys) {
+                node = node->groupsByKey.value(key);
+                if (!node)
+                    break;
+            }
+            if (node) {
+                holder = node->parent;
+                position = node->row;
+            }
+        }
+        found.append({holder, position});
+    }
+    QModelIndexList to;
+    to.reserve(snapshot.from.size());
+    for (int i = 0; i < snapshot.from.size(); ++i) {
+        const QPair<Node *, int> &place = found.at(snapshot.target.at(i));
+        to.append(place.second >= 0 ? createIndex(place.second, snapshot.from.at(i).column(), place.first)
+                                    : QModelIndex());
+    }
+    changePersistentIndexList(snapshot.from, to);
 }
 
 bool AlarmsProxyModel::replaceInPlace(const AlarmInstancePtr &before, const AlarmInstancePtr &after)

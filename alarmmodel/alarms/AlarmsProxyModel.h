@@ -10,6 +10,7 @@
 #include "alarmmodel_export.h"
 
 #include <QAbstractItemModel>
+#include <QHash>
 #include <QMap>
 #include <QSharedPointer>
 #include <QVector>
@@ -27,10 +28,15 @@ class SystemConnectionsControl;
 // node is a row without alarm; its column 0 edit value is the group's value,
 // its display text the value and the number of alarms below it.
 //
-// Changes of the filters or the grouping rebuild the table (a model reset).
-// A live burst is applied in one step: small bursts as row insertions and
-// removals, large ones as a reset, and in both cases only the alarms the
-// burst touched are run through the filters again.
+// The operator keeps their place: filter changes, sort changes and live
+// bursts never reset the table. Rows that stay keep their persistent indexes
+// (selection, current row, opened groups), found again by alarm identity and
+// group keys. A small burst is applied as row insertions and removals; a
+// larger one, a burst that moves a shown alarm, and a filter change are
+// merged into the existing groups as one layout change, and groups that did
+// not exist before arrive afterwards as row insertions. Only the alarms a
+// burst touched are run through the filters again. A new source (the model's
+// whole content replaced), new columns and a new grouping reset the table.
 class ALARMMODEL_EXPORT AlarmsProxyModel : public QAbstractItemModel,
                                            public AlarmsModelConsumer,
                                            public MsgLoggingProducer
@@ -54,7 +60,8 @@ public:
     void setQuickFilter(const QuickCellFilter &filter);
     const QuickCellFilter &getQuickFilter() const { return m_matcher.getQuickFilter(); }
     const AlarmMatcher &getMatcher() const { return m_matcher; }
-    // Bursts that change more alarms than this are applied as a reset.
+    // Bursts that change more alarms than this are merged as a layout change
+    // instead of row by row.
     void setIncrementalBurstLimit(int limit) { m_incrementalLimit = limit; }
 
     // The alarm of a row; null for a group node or an invalid index.
@@ -99,6 +106,8 @@ signals:
 
 private:
     using Node = AlarmsProxyNode;
+    struct LeafChange;
+    struct PersistentSnapshot;
 
     bool lessThan(const AlarmInstance &a, const AlarmInstance &b) const;
     bool groupLess(const Node &a, const Node &b) const;
@@ -108,10 +117,19 @@ private:
     int findInLeaf(const Node *leaf, const AlarmInstance *alarm) const;
     Node *findLeaf(const AlarmInstance &alarm) const;
 
+    QVector<AlarmInstancePtr> filteredAlarms() const;
+    void resetRows();
     void refilter();
     void rebuild(const QVector<AlarmInstancePtr> &accepted);
     QVector<AlarmInstancePtr> acceptedAlarms() const;
-    void applyBurstAsReset(const AlarmChanges &changes);
+    QVector<Node *> leaves() const;
+    bool isShown(const AlarmInstance *alarm) const;
+    int gallop(const QVector<AlarmInstancePtr> &rows, int from, const AlarmInstance &alarm, bool after) const;
+    void applyBurstAsLayoutChange(const QVector<AlarmInstancePtr> &gone, const QVector<AlarmInstancePtr> &fresh);
+    void mergeIntoLeaves(QHash<Node *, LeafChange> &changes);
+    void insertNewGroups(QVector<AlarmInstancePtr> alarms);
+    PersistentSnapshot snapshotPersistent() const;
+    void restorePersistent(const PersistentSnapshot &snapshot);
     void insertAlarm(const AlarmInstancePtr &alarm);
     bool removeAlarm(const AlarmInstance *alarm);
     bool replaceInPlace(const AlarmInstancePtr &before, const AlarmInstancePtr &after);

@@ -16,6 +16,7 @@
 #include "SystemConnectionsControl.h"
 #include "SystemStatusViews.h"
 #include "TableServices.h"
+#include "ViewTopAnchor.h"
 
 #include <QAction>
 #include <QDir>
@@ -84,6 +85,8 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
     m_services = new TableServices(this, m_table, m_proxy, m_simulator, this);
 
     createActions();
+    createSimulationActions();
+    keepOperatorsPlace();
     shareActionAccess();
     connectPanel();
     connectSource();
@@ -200,6 +203,26 @@ void MainWindow::createActions()
     toolBar->addSeparator();
     toolBar->addAction(m_saveFilterAction);
     toolBar->addAction(m_loadFilterAction);
+}
+
+void MainWindow::createSimulationActions()
+{
+    // An operator (or a test) can see what a flood does to the table.
+    QMenu *simulationMenu = menuBar()->addMenu(tr("&Simulation"));
+    m_floodAction = simulationMenu->addAction(tr("Alarm &Flood"));
+    m_floodAction->setObjectName(QStringLiteral("floodAction"));
+    m_floodAction->setCheckable(true);
+    m_floodAction->setToolTip(tr("The simulated systems deliver %1 alarm events a second")
+                                  .arg(m_simulator->getConfig().floodEventsPerSecond));
+    connect(m_floodAction, &QAction::toggled, m_simulator, &AlarmSimulator::setFloodMode);
+}
+
+void MainWindow::keepOperatorsPlace()
+{
+    // Bursts and filter changes arrive as layout changes; the row at the
+    // top stays there through them.
+    new ViewTopAnchor(m_table);
+    connect(m_proxy, &QAbstractItemModel::layoutChanged, this, &MainWindow::updateAlarmCount);
 }
 
 void MainWindow::connectPanel()

@@ -68,6 +68,8 @@ private:
     void createStatistics(const DemoProject &project, QVBoxLayout *layout);
     void shareActionAccess();
     void createActions();
+    void createSimulationActions();
+    void keepOperatorsPlace();
     void connectPanel();
     void connectSource();
     void createMouseProcessor();
@@ -96,6 +98,7 @@ private:
     QAction *m_loadFilterAction = nullptr;
     MouseEventProcessor *m_mouseProcessor = nullptr;
     AlarmContextMenu *m_contextMenu = nullptr;
+    QAction *m_floodAction = nullptr;
     SourceAndFilter m_appliedFilter;
     QString m_filterDirectory;
     QStringList m_problems;

@@ -3,6 +3,8 @@
 #include "AlarmsProxyModel.h"
 #include "AlarmInstance.h"
 #include "ColorEngine.h"
+#include "AlarmsModel.h"
+#include "AlarmsProxyModel.h"
 #include "Constants.h"
 #include "FilterStatisticsView.h"
 #include "FilterStatisticsWidget.h"
@@ -47,6 +49,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableView>
 #include <QStandardPaths>
@@ -284,6 +287,8 @@ void DemoScenario::statisticsBarFollowsItsDatapoint()
     const QStringList systems = shownColumn(columnOf(QStringLiteral("System")));
     QCOMPARE(m_statisticsBar->getFilterStatistics(QStringLiteral("Turbine")).value(QStringLiteral("%matching%")).toInt(),
              int(systems.count(QStringLiteral("Turbine"))));
+}
+
 void DemoScenario::disconnectedSystemStaysInTheTable()
 {
     const QString lost = QStringLiteral("Turbine");
@@ -513,6 +518,59 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
     // And back.
     QTest::keyClick(m_table, Qt::Key_Tab, Qt::ShiftModifier);
     QCOMPARE(QApplication::focusWidget(), visited.at(visited.size() - 2));
+}
+
+void DemoScenario::selectionSurvivesAFlood()
+{
+    if (m_modeCombo->currentText() != QLatin1String("Live")) {
+        QTest::keyClick(m_modeCombo, Qt::Key_Up);
+        QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
+        applySource();
+    }
+    auto *proxy = qobject_cast<AlarmsProxyModel *>(m_table->model());
+    QVERIFY(proxy && proxy->getAlarmsModel());
+    QTRY_VERIFY_WITH_TIMEOUT(proxy->rowCount() > 40, 10000);
+
+    // The operator selects thirty alarms from the keyboard, to acknowledge them.
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {},
+                      m_table->visualRect(proxy->index(0, 0)).center());
+    for (int i = 0; i < 29; ++i)
+        QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    QSet<AlarmIdent> selected;
+    for (const QModelIndex &index : m_table->selectionModel()->selectedRows())
+        selected.insert(proxy->getAlarmAtRow(index)->getIdent());
+    QVERIFY2(selected.size() >= 20, "live bursts took most of the selection away");
+    const AlarmIdent current = proxy->getAlarmAtRow(m_table->currentIndex())->getIdent();
+
+    // One flood burst: hundreds of alarm events at once.
+    auto *flood = m_window->findChild<QAction *>(QStringLiteral("floodAction"));
+    QVERIFY(flood && flood->isCheckable() && !flood->isChecked());
+    QSignalSpy bursts(proxy->getAlarmsModel().data(), &AlarmsModel::alarmsChanged);
+    const auto floodArrived = [&bursts] {
+        for (const QList<QVariant> &burst : qAsConst(bursts)) {
+            if (burst.at(0).toInt() + burst.at(1).toInt() + burst.at(2).toInt() > 300)
+                return true;
+        }
+        return false;
+    };
+    flood->trigger();
+    QTRY_VERIFY_WITH_TIMEOUT(floodArrived(), 10000);
+    flood->trigger();
+    QVERIFY(!flood->isChecked());
+
+    // The selected alarms that are still there are still selected, and no other.
+    QSet<AlarmIdent> stillSelected;
+    for (const QModelIndex &index : m_table->selectionModel()->selectedRows())
+        stillSelected.insert(proxy->getAlarmAtRow(index)->getIdent());
+    QSet<AlarmIdent> survivors;
+    for (const AlarmIdent &ident : qAsConst(selected)) {
+        if (proxy->findAlarm(ident).isValid())
+            survivors.insert(ident);
+    }
+    QVERIFY2(!survivors.isEmpty(), "the flood left none of the selected alarms");
+    QCOMPARE(stillSelected, survivors);
+    if (proxy->findAlarm(current).isValid())
+        QCOMPARE(proxy->getAlarmAtRow(m_table->currentIndex())->getIdent(), current);
 }
 
 QStringList DemoScenario::shownColumn(int column) const

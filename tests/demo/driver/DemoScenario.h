@@ -33,6 +33,7 @@ private slots:
     void filterIsSavedAndLoadedBack();
     void tableIsExportedAsShown();
     void tabWalksTheWindowInGeometricOrder();
+    void selectionSurvivesAFlood();
 
 private:
     QStringList shownColumn(int column) const;
