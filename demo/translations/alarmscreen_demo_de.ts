@@ -124,6 +124,33 @@
     </message>
 </context>
 <context>
+    <name>DemoStatistics</name>
+    <message>
+        <source>Load &amp;Statistics Configuration...</source>
+        <translation>&amp;Statistikkonfiguration laden...</translation>
+    </message>
+    <message>
+        <source>cannot read %1: %2</source>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>Load Statistics Configuration</source>
+        <translation>Statistikkonfiguration laden</translation>
+    </message>
+    <message>
+        <source>Filter sets (*.json)</source>
+        <translation>Filtersätze (*.json)</translation>
+    </message>
+    <message>
+        <source>Statistics configuration loaded from %1</source>
+        <translation>Statistikkonfiguration geladen aus %1</translation>
+    </message>
+    <message>
+        <source>The statistics configuration was not loaded: %1</source>
+        <translation>Die Statistikkonfiguration wurde nicht geladen: %1</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Alarm screen demo</source>
@@ -235,6 +262,14 @@
     <message>
         <source>%1 of %2 alarms shown (%3)</source>
         <translation>%1 von %2 Alarmen angezeigt (%3)</translation>
+    </message>
+    <message>
+        <source>no statistics bar: %1</source>
+        <translation>keine Statistikleiste: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Statistics</source>
+        <translation>&amp;Statistik</translation>
     </message>
 </context>
 <context>
