@@ -80,6 +80,13 @@
     </message>
 </context>
 <context>
+    <name>FilterStatisticsView</name>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+</context>
+<context>
     <name>MouseEventProcessor</name>
     <message>
         <source>Expand all nodes</source>
@@ -271,6 +278,13 @@
     <message>
         <source>Matching: %1 / Total read: %2</source>
         <translation>Passend: %1 / Gelesen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Spoiler</name>
+    <message>
+        <source>Show/hide</source>
+        <translation>Ein-/ausblenden</translation>
     </message>
 </context>
 <context>
