@@ -305,7 +305,7 @@ void MainWindow::quickFilterChanged(const QuickCellFilter &filter)
 void MainWindow::filterActionRequested(const QString &action)
 {
     if (getActionState(action) != ActionAccess::Enabled) {
-        ASLOG(this, MsgLoggerEnums::Warning, tr("action %1 is not enabled").arg(action));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("action %1 is not enabled").arg(action));
         return;
     }
     if (action == EwoActions::SaveFilter)
@@ -313,7 +313,7 @@ void MainWindow::filterActionRequested(const QString &action)
     else if (action == EwoActions::LoadFilter)
         loadFilter();
     else
-        ASLOG(this, MsgLoggerEnums::Warning, tr("the demo does not offer the action %1").arg(action));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("the demo does not offer the action %1").arg(action));
 }
 
 void MainWindow::setGrouped(bool grouped)

@@ -381,7 +381,7 @@ void InEwoFocusProcessor::addTabGroup(QWidget *group)
 {
     if (!group || !m_ewoWidget || group == m_ewoWidget || !m_ewoWidget->isAncestorOf(group)) {
         ASLOG(this, MsgLoggerEnums::Warning,
-              tr("attempt to addTabGroup() where widget is not descendant of m_ewoWidget"));
+              QStringLiteral("attempt to addTabGroup() where widget is not descendant of m_ewoWidget"));
         return;
     }
     if (!m_tabGroups.contains(group))
