@@ -1,5 +1,6 @@
 #include "ExpandingStringPatternEdit.h"
 
+#include "PatternCompleter.h"
 #include "StringPatternTextEdit.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -102,8 +103,7 @@ void ExpandingStringPatternEdit::setMatchCase(bool matchCase)
 
 void ExpandingStringPatternEdit::setCompletionStrings(const QStringList &strings)
 {
-    QStringList sorted = strings;
-    sorted.sort(m_matchCase ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    const QStringList sorted = PatternCompleter::sortedValues(strings, m_matchCase);
     m_edit->setCompletionStrings(sorted);
     m_popupEdit->setCompletionStrings(sorted);
 }

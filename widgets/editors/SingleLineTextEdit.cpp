@@ -1,5 +1,6 @@
 #include "SingleLineTextEdit.h"
 
+#include "PatternCompleter.h"
 #include "StringPatternHighlighter.h"
 #include "WildcardConfig.h"
 
@@ -12,11 +13,6 @@
 #include <QTextBlock>
 
 namespace {
-
-Qt::CaseSensitivity caseRule(bool matchCase)
-{
-    return matchCase ? Qt::CaseSensitive : Qt::CaseInsensitive;
-}
 
 QString address(const void *p)
 {
@@ -209,20 +205,15 @@ void SingleLineTextEdit::setCompletionStrings(const QStringList &strings)
         }
         return;
     }
-    if (!m_completer) {
-        m_completer = new QCompleter(this);
-        m_completer->setWidget(this);
-        m_completer->setCompletionMode(QCompleter::PopupCompletion);
-        m_completer->setWrapAround(false);
-        connect(m_completer, QOverload<const QString &>::of(&QCompleter::activated), this,
+    auto *completer = qobject_cast<PatternCompleter *>(m_completer);
+    if (!completer) {
+        completer = new PatternCompleter(this);
+        completer->setWidget(this);
+        connect(completer, QOverload<const QString &>::of(&QCompleter::activated), this,
                 &SingleLineTextEdit::insertCompletion);
+        m_completer = completer;
     }
-    QStringList sorted = strings;
-    sorted.sort(caseRule(m_matchCase));
-    m_completer->setModel(new QStringListModel(sorted, m_completer));
-    m_completer->setModelSorting(m_matchCase ? QCompleter::CaseSensitivelySortedModel
-                                             : QCompleter::CaseInsensitivelySortedModel);
-    m_completer->setCaseSensitivity(caseRule(m_matchCase));
+    completer->setValues(strings, m_matchCase);
 }
 
 void SingleLineTextEdit::setMatchCase(bool matchCase)

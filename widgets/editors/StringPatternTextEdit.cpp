@@ -1,12 +1,12 @@
 #include "StringPatternTextEdit.h"
 
+#include "PatternCompleter.h"
 #include "StringPatternHighlighter.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <QStringListModel>
 
 namespace {
 
@@ -84,17 +84,11 @@ void StringPatternTextEdit::setCompleter(QCompleter *completer)
 
 void StringPatternTextEdit::setCompletionStrings(const QStringList &strings)
 {
-    if (strings != m_completionStrings)
-        m_completionStrings = strings;
-    m_completionStrings.sort(caseRule(isMatchCase()));
-    auto *completer = new QCompleter(this);
+    m_completionStrings = PatternCompleter::sortedValues(strings, isMatchCase());
+    auto *completer = new PatternCompleter(this);
     // The model gets the sorted copy: a completer told that its model is sorted
     // looks prefixes up by bisection and misses values of an unsorted one.
-    completer->setModel(new QStringListModel(m_completionStrings, completer));
-    completer->setModelSorting(isMatchCase() ? QCompleter::CaseSensitivelySortedModel
-                                             : QCompleter::CaseInsensitivelySortedModel);
-    completer->setCaseSensitivity(caseRule(isMatchCase()));
-    completer->setWrapAround(false);
+    completer->setSortedValues(m_completionStrings, isMatchCase());
     setCompleter(completer);
 }
 
