@@ -111,7 +111,7 @@ int main(int argc, char **argv)
     values.reserve(count);
     for (int i = 0; i < count; ++i)
         values << QStringLiteral("System%1:Area%2.Device%3.alarm").arg(i % 10).arg(i / 500 % 100).arg((i * 7919) % count);
-    const QString typed = QStringLiteral("system3:area4");
+    const QString typed = QStringLiteral("system3:area1");
 
     QWidget window;
     auto *layout = new QVBoxLayout(&window);
