@@ -375,6 +375,15 @@ private slots:
         QVERIFY(editor->getPopupTextEdit()->hasFocus());
         type(QStringLiteral(";end"));
         QVERIFY(edit->toPlainText().endsWith(QStringLiteral(";end")));
+        // The copy completes too, over its own pop-up.
+        editor->setCompletionStrings(kValues);
+        QCompleter *completer = editor->getPopupTextEdit()->getCompleter();
+        type(QStringLiteral(";va"));
+        QCOMPARE(popupRows(completer), QStringList{"valve"});
+        press(Qt::Key_Return);
+        QVERIFY(!completer->popup()->isVisible());
+        QVERIFY(popup->isVisible());
+        QVERIFY(edit->toPlainText().endsWith(QStringLiteral(";end;valve")));
 
         QSignalSpy textChanged(editor, SIGNAL(filterTextChanged(QString, QString)));
         popup->hide();
@@ -382,7 +391,7 @@ private slots:
         QTRY_VERIFY(textChanged.count() >= 1);
         QCOMPARE(textChanged.last().at(1).toString(), edit->toPlainText());
         const QSharedPointer<ValueFilter> filter = editor->getFilter(false);
-        QCOMPARE(patternText(filter), QStringLiteral("a;b;") + longText + QStringLiteral(";end"));
+        QCOMPARE(patternText(filter), QStringLiteral("a;b;") + longText + QStringLiteral(";end;valve"));
     }
 
 private:
