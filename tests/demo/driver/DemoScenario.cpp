@@ -457,6 +457,9 @@ void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
         // The file dialog follows once the options are confirmed.
         answerFileDialog(file);
         control<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
+    });
+}
+
 void DemoScenario::answerContextMenu(const QString &entry)
 {
     m_menuAnswered = false;
