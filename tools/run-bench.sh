@@ -13,3 +13,4 @@ export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench_colors"
 "$build/bench/alarmscreen_bench_logflood"
 "$build/bench/alarmscreen_bench_bursts" "$@"
+"$build/bench/alarmscreen_bench_patterneditors"
