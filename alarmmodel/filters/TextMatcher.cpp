@@ -69,6 +69,8 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
     m_cs = cs;
     m_text.clear();
     m_regex = QRegularExpression();
+    QRegularExpression::PatternOptions options = cs == Qt::CaseInsensitive ? QRegularExpression::CaseInsensitiveOption
+                                                                            : QRegularExpression::NoPatternOption;
     switch (method) {
     case Exact:
         setLiteral(pattern, wholeText, wholeText);
@@ -99,6 +101,9 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         }
         QString re = wildcardToRegularExpression(pattern);
         m_regex.setPattern(wholeText ? QRegularExpression::anchoredPattern(re) : re);
+        // Alarm texts and descriptions hold line breaks, and a wildcard
+        // stands for any character.
+        options |= QRegularExpression::DotMatchesEverythingOption;
         break;
     }
     case RegularExpression:
@@ -110,8 +115,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
             *error = QCoreApplication::translate("TextMatcher", "unknown match method %1").arg(int(method));
         return false;
     }
-    m_regex.setPatternOptions(cs == Qt::CaseInsensitive ? QRegularExpression::CaseInsensitiveOption
-                                                        : QRegularExpression::NoPatternOption);
+    m_regex.setPatternOptions(options);
     if (!m_regex.isValid()) {
         m_kind = Invalid;
         if (error)

@@ -15,7 +15,8 @@
 // the others become a (pre-optimised) regular expression.
 //
 // Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
-// character, "\" makes the next character literal ("\*", "\?", "\\").
+// character, "\" makes the next character literal ("\*", "\?", "\\"). Line
+// breaks are characters like any other.
 class ALARMMODEL_EXPORT TextMatcher
 {
 public:
@@ -36,7 +37,8 @@ public:
     bool matchesEverything() const { return m_kind == MatchAll; }
     bool matches(const QString &text) const;
 
-    // Converts a wildcard pattern into an (unanchored) regular expression pattern.
+    // Converts a wildcard pattern into an (unanchored) regular expression
+    // pattern, for use with QRegularExpression::DotMatchesEverythingOption.
     static QString wildcardToRegularExpression(const QString &pattern);
 
 private:

@@ -28,6 +28,9 @@ private slots:
         QTest::newRow("wildcard prefix part") << 1 << false << false << "pu*" << "a pump" << true;
         QTest::newRow("wildcard escape") << 1 << false << false << "100\\%" << "100%" << true;
         QTest::newRow("wildcard case") << 1 << true << false << "Pu*" << "pump" << false;
+        QTest::newRow("wildcard across a line break") << 1 << false << false << "e1*l" << "line1\nline2" << true;
+        QTest::newRow("wildcard full across a line break")
+            << 1 << false << true << "l?ne1?l*" << "line1\nline2" << true;
         // Regular expression: searched unless the full column must match.
         QTest::newRow("regex part") << 2 << false << false << "\\d+" << "pump 12" << true;
         QTest::newRow("regex full") << 2 << false << true << "\\d+" << "pump 12" << false;

@@ -89,11 +89,16 @@ private slots:
         row("escaped negation is text", pattern("\\!x"), "!x", true);
         row("regex characters are text", pattern("a.c"), "abc", false);
         row("match-all matches empty", pattern("*"), "", true);
+        // Alarm texts and descriptions can hold line breaks; "*" and "?" match them.
+        row("question mark before a line break", pattern("l?ne*"), "line1\nline2", true);
+        row("stars across a line break", pattern("*ne*2"), "line1\nline2", true);
+        row("question mark is a line break", pattern("a?b"), "a\nb", true);
         // Text items: 0 exact, 1 wildcard, 2 regular expression.
         row("exact", textItem(0, "Pump*"), "Pump*", true);
         row("exact is not wildcard", textItem(0, "Pump*"), "Pump 1", false);
         row("exact ignores case", textItem(0, "PUMP"), "pump", true);
         row("wildcard", textItem(1, "Pump*"), "pump 1", true);
+        row("wildcard across a line break", textItem(1, "l?ne*"), "line1\nline2", true);
         row("regex searches", textItem(2, "\\d{3}"), "id 123 x", true);
         row("regex anchored", textItem(2, "^\\d+$"), "id 123", false);
         row("regex alternatives", textItem(2, "(warn|err)"), "ERROR", true);
