@@ -1,50 +1,90 @@
 #include "TextMatcher.h"
 
 #include <QCoreApplication>
+#include <QVector>
 
-TextMatcher::TextMatcher() = default;
+namespace {
+// A wildcard pattern is read into code points; the two wildcards become values
+// beyond the Unicode range, so that an escaped "*" or "?" stays a character.
+constexpr uint AnyOne = 0x110000;
+constexpr uint AnyRun = 0x110001;
 
-QString TextMatcher::wildcardToRegularExpression(const QString &pattern)
+// The code point at `i`, advancing `i` past it: a surrogate pair is one
+// character ("?" matches it, "\" escapes it whole); a lone surrogate stands
+// for itself.
+uint nextCodePoint(const QString &text, int &i)
+{
+    const QChar c = text.at(i++);
+    if (c.isHighSurrogate() && i < text.size() && text.at(i).isLowSurrogate())
+        return QChar::surrogateToUcs4(c, text.at(i++));
+    return c.unicode();
+}
+
+QVector<uint> readWildcard(const QString &pattern)
+{
+    QVector<uint> tokens;
+    tokens.reserve(pattern.size());
+    for (int i = 0; i < pattern.size();) {
+        uint c = nextCodePoint(pattern, i);
+        if (c == '\\' && i < pattern.size())
+            c = nextCodePoint(pattern, i);
+        else if (c == '*')
+            c = AnyRun;
+        else if (c == '?')
+            c = AnyOne;
+        tokens << c;
+    }
+    return tokens;
+}
+
+QString codePointText(uint c)
+{
+    return QChar::requiresSurrogates(c) ? QString::fromUcs4(&c, 1) : QString(QChar(c));
+}
+
+QString toRegularExpression(const QVector<uint> &tokens)
 {
     QString re;
-    re.reserve(pattern.size() * 2);
-    for (int i = 0; i < pattern.size(); ++i) {
-        const QChar c = pattern.at(i);
-        if (c == QLatin1Char('\\') && i + 1 < pattern.size())
-            re += QRegularExpression::escape(QString(pattern.at(++i)));
-        else if (c == QLatin1Char('*'))
+    re.reserve(tokens.size() * 2);
+    for (const uint c : tokens) {
+        if (c == AnyRun)
             re += QLatin1String(".*");
-        else if (c == QLatin1Char('?'))
-            re += QLatin1Char('.');
+        else if (c == AnyOne)
+            re += QLatin1Char('.'); // one code point: the expression works on UTF-16 as Unicode
+        else if (c < 0x80)
+            re += QRegularExpression::escape(QString(QChar(c)));
         else
-            re += QRegularExpression::escape(QString(c));
+            re += codePointText(c); // nothing beyond ASCII has a meaning in an expression
     }
     return re;
 }
 
-namespace {
 // Splits a wildcard pattern into literal runs separated by "*"; false when it
 // holds a "?" (which needs a regular expression).
-bool splitAtStars(const QString &pattern, QStringList &runs)
+bool splitAtStars(const QVector<uint> &tokens, QStringList &runs)
 {
     QString current;
-    for (int i = 0; i < pattern.size(); ++i) {
-        const QChar c = pattern.at(i);
-        if (c == QLatin1Char('\\') && i + 1 < pattern.size()) {
-            current += pattern.at(++i);
-        } else if (c == QLatin1Char('*')) {
+    for (const uint c : tokens) {
+        if (c == AnyOne)
+            return false;
+        if (c == AnyRun) {
             runs << current;
             current.clear();
-        } else if (c == QLatin1Char('?')) {
-            return false;
         } else {
-            current += c;
+            current += codePointText(c);
         }
     }
     runs << current;
     return true;
 }
 } // namespace
+
+TextMatcher::TextMatcher() = default;
+
+QString TextMatcher::wildcardToRegularExpression(const QString &pattern)
+{
+    return toRegularExpression(readWildcard(pattern));
+}
 
 void TextMatcher::setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd)
 {
@@ -76,8 +116,9 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         setLiteral(pattern, wholeText, wholeText);
         return true;
     case Wildcard: {
+        const QVector<uint> tokens = readWildcard(pattern);
         QStringList runs;
-        if (splitAtStars(pattern, runs)) {
+        if (splitAtStars(tokens, runs)) {
             // A run count of 1 is a plain text; 2 a prefix or suffix; 3 with empty
             // ends an infix. Anything else is left to a regular expression.
             const bool open = !wholeText;
@@ -99,7 +140,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
                 return true;
             }
         }
-        QString re = wildcardToRegularExpression(pattern);
+        const QString re = toRegularExpression(tokens);
         m_regex.setPattern(wholeText ? QRegularExpression::anchoredPattern(re) : re);
         // Alarm texts and descriptions hold line breaks, and a wildcard
         // stands for any character.

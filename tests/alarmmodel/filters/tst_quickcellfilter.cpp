@@ -31,6 +31,9 @@ private slots:
         QTest::newRow("wildcard across a line break") << 1 << false << false << "e1*l" << "line1\nline2" << true;
         QTest::newRow("wildcard full across a line break")
             << 1 << false << true << "l?ne1?l*" << "line1\nline2" << true;
+        QTest::newRow("wildcard beyond the BMP") << 1 << false << false << "p?mp\U0001F525" << "a pump\U0001F525 b" << true;
+        QTest::newRow("wildcard full beyond the BMP")
+            << 1 << false << true << "*p?mp?" << "a pump\U0001F525" << true;
         // Regular expression: searched unless the full column must match.
         QTest::newRow("regex part") << 2 << false << false << "\\d+" << "pump 12" << true;
         QTest::newRow("regex full") << 2 << false << true << "\\d+" << "pump 12" << false;

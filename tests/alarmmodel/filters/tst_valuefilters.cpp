@@ -93,12 +93,20 @@ private slots:
         row("question mark before a line break", pattern("l?ne*"), "line1\nline2", true);
         row("stars across a line break", pattern("*ne*2"), "line1\nline2", true);
         row("question mark is a line break", pattern("a?b"), "a\nb", true);
+        // A character beyond the Basic Multilingual Plane is one character.
+        row("star before a surrogate pair", pattern("pump*\U0001F525"), "pump\U0001F525", true);
+        row("surrogate pair after a question mark", pattern("p?mp\U0001F525"), "pump\U0001F525", true);
+        row("surrogate pair between stars", pattern("*mp*\U0001F525*"), "pump\U0001F525", true);
+        row("question mark is a surrogate pair", pattern("pump?"), "pump\U0001F525", true);
+        row("two question marks are not one pair", pattern("pump??"), "pump\U0001F525", false);
+        row("escaped surrogate pair", pattern("?ump\\\U0001F525"), "pump\U0001F525", true);
         // Text items: 0 exact, 1 wildcard, 2 regular expression.
         row("exact", textItem(0, "Pump*"), "Pump*", true);
         row("exact is not wildcard", textItem(0, "Pump*"), "Pump 1", false);
         row("exact ignores case", textItem(0, "PUMP"), "pump", true);
         row("wildcard", textItem(1, "Pump*"), "pump 1", true);
         row("wildcard across a line break", textItem(1, "l?ne*"), "line1\nline2", true);
+        row("wildcard beyond the BMP", textItem(1, "p?mp\U0001F525"), "pump\U0001F525", true);
         row("regex searches", textItem(2, "\\d{3}"), "id 123 x", true);
         row("regex anchored", textItem(2, "^\\d+$"), "id 123", false);
         row("regex alternatives", textItem(2, "(warn|err)"), "ERROR", true);
