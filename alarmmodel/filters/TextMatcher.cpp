@@ -20,6 +20,8 @@ uint nextCodePoint(const QString &text, int &i)
     return c.unicode();
 }
 
+// Runs of "*" are read as one: they mean the same, and each one more would
+// multiply the expression engine's backtracking.
 QVector<uint> readWildcard(const QString &pattern)
 {
     QVector<uint> tokens;
@@ -32,7 +34,8 @@ QVector<uint> readWildcard(const QString &pattern)
             c = AnyRun;
         else if (c == '?')
             c = AnyOne;
-        tokens << c;
+        if (c != AnyRun || tokens.isEmpty() || tokens.last() != AnyRun)
+            tokens << c;
     }
     return tokens;
 }
@@ -77,6 +80,16 @@ bool splitAtStars(const QVector<uint> &tokens, QStringList &runs)
     runs << current;
     return true;
 }
+
+uint folded(uint c, Qt::CaseSensitivity cs)
+{
+    return cs == Qt::CaseInsensitive && c < AnyOne ? QChar::toCaseFolded(c) : c;
+}
+
+TextMatcher::Answer answerOf(bool match)
+{
+    return match ? TextMatcher::Match : TextMatcher::NoMatch;
+}
 } // namespace
 
 TextMatcher::TextMatcher() = default;
@@ -109,6 +122,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
     m_cs = cs;
     m_text.clear();
     m_regex = QRegularExpression();
+    m_wildcard.clear();
     QRegularExpression::PatternOptions options = cs == Qt::CaseInsensitive ? QRegularExpression::CaseInsensitiveOption
                                                                             : QRegularExpression::NoPatternOption;
     switch (method) {
@@ -142,6 +156,14 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         }
         const QString re = toRegularExpression(tokens);
         m_regex.setPattern(wholeText ? QRegularExpression::anchoredPattern(re) : re);
+        // Kept for texts the engine gives up on; matching anywhere is matching
+        // between two stars.
+        if (!wholeText && tokens.first() != AnyRun)
+            m_wildcard << AnyRun;
+        for (const uint c : tokens)
+            m_wildcard << folded(c, cs);
+        if (!wholeText && tokens.last() != AnyRun)
+            m_wildcard << AnyRun;
         // Alarm texts and descriptions hold line breaks, and a wildcard
         // stands for any character.
         options |= QRegularExpression::DotMatchesEverythingOption;
@@ -170,23 +192,63 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
     return true;
 }
 
-bool TextMatcher::matches(const QString &text) const
+TextMatcher::Answer TextMatcher::answer(const QString &text) const
 {
     switch (m_kind) {
     case MatchAll:
-        return true;
+        return Match;
     case Equal:
-        return text.size() == m_text.size() && text.compare(m_text, m_cs) == 0;
+        return answerOf(text.size() == m_text.size() && text.compare(m_text, m_cs) == 0);
     case StartsWith:
-        return text.startsWith(m_text, m_cs);
+        return answerOf(text.startsWith(m_text, m_cs));
     case EndsWith:
-        return text.endsWith(m_text, m_cs);
+        return answerOf(text.endsWith(m_text, m_cs));
     case Contains:
-        return m_finder.indexIn(text) >= 0;
-    case Regex:
-        return m_regex.match(text).hasMatch();
+        return answerOf(m_finder.indexIn(text) >= 0);
+    case Regex: {
+        // An invalid match is no answer: the engine gave up (backtracking
+        // beyond its limits, or a text that is not well-formed UTF-16).
+        const QRegularExpressionMatch match = m_regex.match(text);
+        if (match.isValid())
+            return answerOf(match.hasMatch());
+        if (m_wildcard.isEmpty())
+            return Undecided;
+        return answerOf(wildcardMatches(text));
+    }
     case Invalid:
         break;
     }
-    return false;
+    return NoMatch;
+}
+
+bool TextMatcher::wildcardMatches(const QString &text) const
+{
+    // Matches greedily and, on a mismatch, retries only from the last "*" one
+    // character further: at most text length times pattern length steps.
+    QVector<uint> chars;
+    chars.reserve(text.size());
+    for (int i = 0; i < text.size();)
+        chars << folded(nextCodePoint(text, i), m_cs);
+    const int patternSize = m_wildcard.size();
+    int p = 0;
+    int t = 0;
+    int starP = -1;
+    int starT = 0;
+    while (t < chars.size()) {
+        if (p < patternSize && m_wildcard.at(p) == AnyRun) {
+            starP = p++;
+            starT = t;
+        } else if (p < patternSize && (m_wildcard.at(p) == AnyOne || m_wildcard.at(p) == chars.at(t))) {
+            ++p;
+            ++t;
+        } else if (starP >= 0) {
+            p = starP + 1;
+            t = ++starT;
+        } else {
+            return false;
+        }
+    }
+    while (p < patternSize && m_wildcard.at(p) == AnyRun)
+        ++p;
+    return p == patternSize;
 }

@@ -1,4 +1,5 @@
 #include "AlarmTestFactory.h"
+#include "LogCapture.h"
 #include "ValueFilterDate.h"
 #include "ValueFilterFixed.h"
 #include "ValueFilterFixedMulti.h"
@@ -100,6 +101,13 @@ private slots:
         row("question mark is a surrogate pair", pattern("pump?"), "pump\U0001F525", true);
         row("two question marks are not one pair", pattern("pump??"), "pump\U0001F525", false);
         row("escaped surrogate pair", pattern("?ump\\\U0001F525"), "pump\U0001F525", true);
+        // Runs of stars are one star; patterns the expression engine gives up
+        // on still get the right answer.
+        const QString pumpValve = QStringLiteral("pumpvalve") + QString(63, QLatin1Char('x'));
+        row("repeated stars", pattern("******pump******valve******"), pumpValve, true);
+        const QString as = QString(300, QLatin1Char('a'));
+        row("beyond the engine's limits, matching", pattern("a*a*a*a*a*a*a*a*b*c"), as + "B" + as + "C", true);
+        row("beyond the engine's limits, not matching", pattern("a*a*a*a*a*a*a*a*b"), as + "bc", false);
         // Text items: 0 exact, 1 wildcard, 2 regular expression.
         row("exact", textItem(0, "Pump*"), "Pump*", true);
         row("exact is not wildcard", textItem(0, "Pump*"), "Pump 1", false);
@@ -198,6 +206,27 @@ private slots:
         QVERIFY(!f.addItem(QString(), 1, false, &error));
         QVERIFY(!f.addItem(QStringLiteral("a"), 3, false, &error));
         QCOMPARE(f.getItems().size(), 2); // nothing added by the refusals
+    }
+
+    void textRuleTheEngineGivesUpOn()
+    {
+        // Nested repetitions backtrack past the expression engine's limits: the
+        // rule cannot tell, so it hides nothing, and the log says so once.
+        LogCapture log;
+        const QString text = QString(40, QLatin1Char('a')) + QLatin1Char('!');
+        ValueFilterText include(WildcardConfig(&log.producer, QLatin1Char('*'), QChar()), column, alarm, false);
+        QVERIFY(include.addItem(QStringLiteral("(a+)+$"), 2, false));
+        QVERIFY(include.matches(text));
+        QVERIFY(include.matches(text));
+        QVERIFY(!include.matches(QStringLiteral("b")));
+        QCOMPARE(log.lines().size(), 1);
+        QVERIFY2(log.lines().first().contains(QLatin1String("(a+)+$")), qPrintable(log.lines().first()));
+
+        ValueFilterText exclude(WildcardConfig(&log.producer, QLatin1Char('*'), QChar()), column, alarm, false);
+        QVERIFY(exclude.addItem(QStringLiteral("(a+)+$"), 2, true));
+        QVERIFY(exclude.matches(text));
+        QVERIFY(!exclude.matches(QStringLiteral("a")));
+        QCOMPARE(log.lines().size(), 2);
     }
 
     void numbersFeedback()
