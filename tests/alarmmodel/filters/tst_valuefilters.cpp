@@ -343,6 +343,21 @@ private slots:
             << "unknown key 'f.txt'";
         QTest::newRow("date method")
             << json("{'kind':'date','valueId':'a','source':'Alarm','method':4}") << "'f.method' must be 0 to 3";
+        // A date filter holds dates: anything else would load as a filter that restricts nothing.
+        const auto dateWith = [](const char *fields) {
+            const QByteArray text = QByteArray("{'kind':'date','valueId':'a','source':'Alarm','method':3,") + fields + '}';
+            return json(text.constData());
+        };
+        QTest::newRow("date as a word") << dateWith("'first':'yesterday'") << "'f.first' must be a date and time";
+        QTest::newRow("date in local notation")
+            << dateWith("'first':'01.05.2030 09:00'") << "'f.first' must be a date and time";
+        QTest::newRow("date as a number") << dateWith("'first':5,'firstType':'int'")
+                                          << "'f.first' must be a date and time";
+        QTest::newRow("date as a boolean") << dateWith("'first':true") << "'f.first' must be a date and time";
+        QTest::newRow("second date as a text")
+            << dateWith("'first':'2030-05-01T09:00:00.000','firstType':'QDateTime','second':'later',"
+                        "'secondType':'QString'")
+            << "'f.second' must be a date and time";
     }
     void jsonErrors()
     {
