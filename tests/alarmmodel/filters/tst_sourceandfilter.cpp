@@ -173,6 +173,8 @@ private slots:
                                                     << "filter.ruleSets[0].filters[1].items[0]': invalid regular expression";
         QTest::newRow("bad number rule") << QByteArray(good).replace("<10", "<1O")
                                          << "cannot parse number rule(s) '<1O'";
+        QTest::newRow("version beyond the integers")
+            << QByteArray("{\"format\":\"AlarmScreen.SourceAndFilter\",\"version\":1e10}") << "'version' must be an integer";
         QTest::newRow("bad mode") << QByteArray(good).replace("\"History\"", "\"Future\"") << "unknown source mode";
         QTest::newRow("bad time") << QByteArray(good).replace("2024-05-01T08:00:00.000Z", "yesterday")
                                   << "ISO 8601";
