@@ -16,8 +16,8 @@
 // the others become a (pre-optimised) regular expression.
 //
 // Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
-// character, "\" makes the next character literal ("\*", "\?", "\\"). Line
-// breaks are characters like any other.
+// character, "\" makes the next character literal ("\*", "\?", "\\"). A
+// character is a code point (a surrogate pair is one), line breaks included.
 class ALARMMODEL_EXPORT TextMatcher
 {
 public:
