@@ -1,12 +1,15 @@
 #include "MainWindow.h"
 
+#include "AlarmClassColors.h"
 #include "AlarmContextMenu.h"
 #include "AlarmSimulator.h"
 #include "AlarmSource.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "DemoProject.h"
+#include "DemoStatistics.h"
 #include "EwoActions.h"
+#include "FilterStatisticsView.h"
 #include "MouseEventProcessor.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
@@ -67,6 +70,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
             m_table->sortByColumn(column, Qt::DescendingOrder);
     }
     layout->addWidget(m_table, 1);
+    createStatistics(project, layout);
 
     m_countLabel = new QLabel(this);
     m_countLabel->setObjectName(QStringLiteral("alarmCountLabel"));
@@ -129,6 +133,21 @@ void MainWindow::createPanel(QWidget *parent)
     builtIn.setPanelPluginName(QString());
     m_config.setFilterWidgetConfig(builtIn);
     m_panel = factory.create(m_config, parent);
+}
+
+void MainWindow::createStatistics(const DemoProject &project, QVBoxLayout *layout)
+{
+    // Alarm classes in the colours of the project's colour database, and the
+    // statistics bar above the table.
+    m_classColors = new AlarmClassColors(m_proxy, m_table, this);
+    m_table->setItemDelegate(m_classColors);
+    m_statistics = new DemoStatistics(project.getDirectory(), m_config.getWildcardConfig(), m_model, this);
+    layout->insertWidget(layout->indexOf(m_table), m_statistics->getView());
+    if (!m_statistics->getView()->getErrorText().isEmpty())
+        m_problems.append(tr("no statistics bar: %1").arg(m_statistics->getView()->getErrorText()));
+    connect(m_statistics, &DemoStatistics::problem, this, &MainWindow::reportProblem);
+    connect(m_statistics, &DemoStatistics::status, this, &MainWindow::showStatus);
+    menuBar()->addMenu(tr("&Statistics"))->addAction(m_statistics->getLoadAction());
 }
 
 void MainWindow::shareActionAccess()
