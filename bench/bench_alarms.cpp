@@ -7,6 +7,7 @@
 #include "AlarmBurst.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
+#include "FilterStatisticsValueConsumer.h"
 #include "FilterRuleContainer.h"
 #include "FilterRuleSet.h"
 #include "GroupingConfiguration.h"
@@ -25,6 +26,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -152,6 +155,27 @@ SourceAndFilter fiveRuleSets()
     return filter;
 }
 
+// Twenty statistics filters as a statistics bar has them: per system and
+// class, per text, per priority band.
+QVector<SourceAndFilter> statisticsFilters()
+{
+    QVector<SourceAndFilter> filters;
+    const auto single = [](const QList<QSharedPointer<ValueFilter>> &rules) {
+        SourceAndFilter filter;
+        filter.setFilterContainer(
+            QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), QList<FilterRuleSet>{ruleSet(true, rules)}, false));
+        return filter;
+    };
+    for (int s = 1; s <= 10; ++s)
+        filters << single({pattern(QStringLiteral("system"), QStringLiteral("System%1").arg(s)),
+                           pattern(QStringLiteral("alarmClass"), QStringLiteral("alert"))});
+    for (const char *t : texts)
+        filters << single({pattern(QStringLiteral("text"), QLatin1String(t))});
+    filters << single({numbers(QStringLiteral("priority"), QStringLiteral(">150"))});
+    filters << single({numbers(QStringLiteral("priority"), QStringLiteral("<50"))});
+    return filters;
+}
+
 GroupingConfiguration twoLevels()
 {
     GroupingConfiguration grouping(nullptr, QStringLiteral("bench"));
@@ -270,6 +294,33 @@ int main(int argc, char **argv)
     int next = 0;
     const double burstMs = bestOf(repeat, nullptr, [&] { model->applyBurst(bursts.at(next++)); });
 
+    // Statistics: 20 filters counted over their own model (no proxy), under
+    // the same kind of burst; baseline: one filter counting the whole model.
+    auto statsModel = QSharedPointer<AlarmsModel>::create();
+    statsModel->setAlarms(alarms);
+    const QVector<SourceAndFilter> statsFilters = statisticsFilters();
+    std::vector<std::unique_ptr<FilterStatisticsValueConsumer>> consumers;
+    FilterStatisticsValueConsumer single;
+    single.setModel(statsModel);
+    const double passMs = bestOf(
+        repeat, [&] { single.setFilter(QStringLiteral("pass"), SourceAndFilter()); },
+        [&] { single.setFilter(QStringLiteral("pass"), statsFilters.first()); });
+    single.setModel(QSharedPointer<AlarmsModel>());
+    for (int f = 0; f < statsFilters.size(); ++f) {
+        consumers.emplace_back(new FilterStatisticsValueConsumer);
+        consumers.back()->setFilter(QStringLiteral("f%1").arg(f), statsFilters.at(f));
+        consumers.back()->setTextTemplate(QStringLiteral("%id%: %matching% of %total%, %unacknowledged% unack."));
+        consumers.back()->setModel(statsModel);
+    }
+    next = 0;
+    const double statsBurstMs = bestOf(repeat, nullptr, [&] { statsModel->applyBurst(bursts.at(next++)); });
+    consumers.clear();
+    next = 0;
+    QVector<AlarmBurst> bareBursts = bursts; // the same updates once more, on a model without consumers
+    auto bareModel = QSharedPointer<AlarmsModel>::create();
+    bareModel->setAlarms(alarms);
+    const double bareBurstMs = bestOf(repeat, nullptr, [&] { bareModel->applyBurst(bareBursts.at(next++)); });
+
     out << QStringLiteral("  memory: %1 bytes per alarm (model and proxy; target <= 1024) %2\n")
                .arg(bytesPerAlarm, 0, 'f', 0)
                .arg(bytesPerAlarm <= 1024 ? QStringLiteral("ok") : QStringLiteral("MISSED"));
@@ -284,6 +335,10 @@ int main(int argc, char **argv)
     report("structured filter, 5 rule sets", structuredMs, bare, "bare loop", 3.0);
     report("two-level grouping rebuild", groupingMs, quickMs, "quick filter pass", 2.0);
     report("burst of 3000 updates, filtered and grouped", burstMs, quickMs, "quick filter pass", 2.0);
+    out << QStringLiteral("  statistics baselines: one filter pass %1 ms, the burst without consumers %2 ms\n")
+               .arg(passMs, 0, 'f', 1)
+               .arg(bareBurstMs, 0, 'f', 1);
+    report("burst of 3000 updates counted by 20 statistics filters", statsBurstMs, passMs, "one filter pass", 2.0);
     if (quickRows != bareMatches || stock.rowCount() != bareMatches) {
         out << "  ERROR: the filters disagree about the matching rows\n";
         return 1;

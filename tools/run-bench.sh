@@ -10,3 +10,4 @@ export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench" "$@"
 "$build/bench/alarmscreen_bench_table"
 "$build/bench/alarmscreen_bench_completions"
+"$build/bench/alarmscreen_bench_colors"

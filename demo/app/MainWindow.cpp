@@ -1,12 +1,15 @@
 #include "MainWindow.h"
 
+#include "AlarmClassColors.h"
 #include "AlarmContextMenu.h"
 #include "AlarmSimulator.h"
 #include "AlarmSource.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "DemoProject.h"
+#include "DemoStatistics.h"
 #include "EwoActions.h"
+#include "FilterStatisticsView.h"
 #include "MouseEventProcessor.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
@@ -19,6 +22,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
@@ -65,6 +70,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
             m_table->sortByColumn(column, Qt::DescendingOrder);
     }
     layout->addWidget(m_table, 1);
+    createStatistics(project, layout);
 
     m_countLabel = new QLabel(this);
     m_countLabel->setObjectName(QStringLiteral("alarmCountLabel"));
@@ -127,6 +133,21 @@ void MainWindow::createPanel(QWidget *parent)
     builtIn.setPanelPluginName(QString());
     m_config.setFilterWidgetConfig(builtIn);
     m_panel = factory.create(m_config, parent);
+}
+
+void MainWindow::createStatistics(const DemoProject &project, QVBoxLayout *layout)
+{
+    // Alarm classes in the colours of the project's colour database, and the
+    // statistics bar above the table.
+    m_classColors = new AlarmClassColors(m_proxy, m_table, this);
+    m_table->setItemDelegate(m_classColors);
+    m_statistics = new DemoStatistics(project.getDirectory(), m_config.getWildcardConfig(), m_model, this);
+    layout->insertWidget(layout->indexOf(m_table), m_statistics->getView());
+    if (!m_statistics->getView()->getErrorText().isEmpty())
+        m_problems.append(tr("no statistics bar: %1").arg(m_statistics->getView()->getErrorText()));
+    connect(m_statistics, &DemoStatistics::problem, this, &MainWindow::reportProblem);
+    connect(m_statistics, &DemoStatistics::status, this, &MainWindow::showStatus);
+    menuBar()->addMenu(tr("&Statistics"))->addAction(m_statistics->getLoadAction());
 }
 
 void MainWindow::shareActionAccess()
@@ -219,6 +240,8 @@ void MainWindow::createMouseProcessor()
 
 void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)
 {
+    if (m_showingLoadedFilter)
+        return;
     ASLOG(this, MsgLoggerEnums::Trace,
           QStringLiteral("type %1, mode %2").arg(type).arg(Constants::sourceModeKey(filter.getSourceMode())));
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
@@ -294,10 +317,12 @@ void MainWindow::saveFilter()
     m_filterDirectory = QFileInfo(file).absolutePath();
     const SourceAndFilter filter = m_panel ? m_panel->getFilter() : m_appliedFilter;
     QString error;
-    if (filter.saveToFile(file, error))
+    if (filter.saveToFile(file, error)) {
         showStatus(tr("Filter saved to %1").arg(file));
-    else
+    } else {
         reportProblem(tr("The filter was not saved: %1").arg(error));
+        QMessageBox::warning(this, tr("Save Filter"), tr("The filter was not saved: %1").arg(error));
+    }
 }
 
 void MainWindow::loadFilter()
@@ -312,7 +337,9 @@ void MainWindow::loadFilter()
     const WildcardConfig wildcards = m_config.getWildcardConfig();
     QString error;
     if (!filter.loadFromFile(file, error, &wildcards)) {
+        // The filter shown and applied stays as it is.
         reportProblem(tr("The filter was not loaded: %1").arg(error));
+        QMessageBox::warning(this, tr("Load Filter"), tr("The filter in %1 was not loaded: %2").arg(file, error));
         return;
     }
     showLoadedFilter(filter);
@@ -324,6 +351,9 @@ void MainWindow::showLoadedFilter(const SourceAndFilter &filter)
 {
     if (!m_panel)
         return;
+    // Showing the filter in the editor asks to apply it; the caller applies
+    // the filter as read instead, once.
+    const QScopedValueRollback<bool> showing(m_showingLoadedFilter, true);
     QString error;
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
         QDateTime start;

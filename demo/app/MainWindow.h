@@ -11,14 +11,17 @@
 #include <QSharedPointer>
 
 class AlarmContextMenu;
+class AlarmClassColors;
 class AlarmsModel;
 class AlarmsProxyModel;
 class AlarmSimulator;
 class AlarmSource;
 class DemoProject;
 class MouseEventProcessor;
+class DemoStatistics;
 class QAction;
 class QLabel;
+class QVBoxLayout;
 class QTreeView;
 class SourceAndFiltersUi;
 class TableServices;
@@ -62,6 +65,7 @@ signals:
 
 private:
     void createPanel(QWidget *parent);
+    void createStatistics(const DemoProject &project, QVBoxLayout *layout);
     void shareActionAccess();
     void createActions();
     void connectPanel();
@@ -83,6 +87,8 @@ private:
     AlarmSource *m_source = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
     QTreeView *m_table = nullptr;
+    DemoStatistics *m_statistics = nullptr;
+    AlarmClassColors *m_classColors = nullptr;
     QLabel *m_countLabel = nullptr;
     TableServices *m_services = nullptr;
     QAction *m_groupedAction = nullptr;
@@ -94,4 +100,5 @@ private:
     QString m_filterDirectory;
     QStringList m_problems;
     bool m_alarmsShown = false;
+    bool m_showingLoadedFilter = false;
 };

@@ -1,8 +1,13 @@
 #include "DemoScenario.h"
 
 #include "AlarmsProxyModel.h"
+#include "AlarmInstance.h"
+#include "ColorEngine.h"
 #include "Constants.h"
+#include "FilterStatisticsView.h"
+#include "FilterStatisticsWidget.h"
 #include "QuickFilterEditor.h"
+#include "Resources.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceUiLong.h"
 #include "SystemSelectionTable.h"
@@ -20,6 +25,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -164,6 +170,88 @@ void DemoScenario::quickFilterShowsMatchingRows()
 
     typeQuickFilter(QString());
     QTRY_VERIFY(toSet(shownColumn(systemColumn)).size() >= 3);
+}
+
+void DemoScenario::statisticsBarCountsTheTable()
+{
+    m_statisticsBar = m_window->findChild<FilterStatisticsView *>();
+    QVERIFY2(m_statisticsBar, "the demo shows no statistics bar");
+    // The project's datapoint configures one cell per alarm class and one for all.
+    QTRY_COMPARE(m_statisticsBar->getAllIds(),
+                 (QStringList{QStringLiteral("alert"), QStringLiteral("warning"), QStringLiteral("info"),
+                              QStringLiteral("all")}));
+    FilterStatisticsWidget *alert = nullptr;
+    for (auto *cell : m_statisticsBar->findChildren<FilterStatisticsWidget *>()) {
+        if (cell->getId() == QLatin1String("alert"))
+            alert = cell;
+    }
+    QVERIFY(alert);
+    QTRY_VERIFY(alert->isVisible());
+    // Live alarms, no filter: the table shows every alarm, and between two
+    // updates the cell counts the same alert rows the table shows.
+    const QStringList classes = shownColumn(columnOf(QStringLiteral("Alarm class")));
+    const int alertRows = int(classes.count(QStringLiteral("alert")));
+    QVERIFY(alertRows > 0);
+    QCOMPARE(alert->getLabel()->text(), QStringLiteral("alert: %1").arg(alertRows));
+    QCOMPARE(m_statisticsBar->getFilterStatistics(QStringLiteral("all")).value(QStringLiteral("%matching%")).toInt(),
+             classes.size());
+}
+
+void DemoScenario::unacknowledgedAlarmsBlink()
+{
+    const QSharedPointer<ColorEngine> engine = ColorEngine::getInstance(nullptr);
+    const QSharedPointer<Color> blinking = engine->getColor(QStringLiteral("alertUnack"));
+    QVERIFY2(blinking->isBlinking(), "the demo's colour database has no blinking alertUnack");
+    const int classColumn = columnOf(QStringLiteral("Alarm class"));
+    const int stateColumn = columnOf(QStringLiteral("State"));
+    const QStringList unacknowledged{AlarmInstance::stateText(AlarmInstance::CameUnacknowledged),
+                                     AlarmInstance::stateText(AlarmInstance::WentUnacknowledged)};
+    m_table->clearSelection();
+    m_table->setCurrentIndex(QModelIndex());
+
+    // The colour of an unacknowledged alert row as painted, or invalid when
+    // no such row is on screen. Painting and the lookup see the same rows:
+    // no event is handled in between.
+    const auto paintedUnacknowledgedAlert = [&]() -> QColor {
+        const QImage image = m_table->viewport()->grab().toImage();
+        for (int y = 2; y < image.height(); y += 3) {
+            const QModelIndex index = m_table->indexAt(QPoint(4, y));
+            if (!index.isValid())
+                continue;
+            const QAbstractItemModel *model = index.model();
+            if (model->index(index.row(), classColumn, index.parent()).data().toString() == QLatin1String("alert")
+                && unacknowledged.contains(model->index(index.row(), stateColumn, index.parent()).data().toString())) {
+                // The text keeps a margin: a cell's first pixels show its background.
+                const QRect cell = m_table->visualRect(model->index(index.row(), stateColumn, index.parent()));
+                return image.pixelColor(cell.left() + 1, cell.center().y());
+            }
+        }
+        return QColor();
+    };
+
+    QColor first;
+    QTRY_VERIFY_WITH_TIMEOUT((first = paintedUnacknowledgedAlert()).isValid(), 10000);
+    QCOMPARE(first, blinking->getCurrentColor());
+    // The next phase reaches the screen.
+    QColor next;
+    QTRY_VERIFY_WITH_TIMEOUT((next = paintedUnacknowledgedAlert()).isValid() && next != first, 5000);
+    QCOMPARE(next, blinking->getCurrentColor());
+}
+
+void DemoScenario::statisticsBarFollowsItsDatapoint()
+{
+    auto *load = m_window->findChild<QAction *>(QStringLiteral("loadStatisticsAction"));
+    QVERIFY(load && load->isEnabled());
+    const QString bySystem = Resources::findFile(QStringLiteral("config/statistics/by-system.json"));
+    QVERIFY2(!bySystem.isEmpty(), "the demo project has no config/statistics/by-system.json");
+    answerFileDialog(bySystem);
+    load->trigger();
+    QTRY_COMPARE(m_statisticsBar->getAllIds(),
+                 (QStringList{QStringLiteral("Boiler"), QStringLiteral("Turbine"), QStringLiteral("Substation"),
+                              QStringLiteral("WaterTreatment")}));
+    const QStringList systems = shownColumn(columnOf(QStringLiteral("System")));
+    QCOMPARE(m_statisticsBar->getFilterStatistics(QStringLiteral("Turbine")).value(QStringLiteral("%matching%")).toInt(),
+             int(systems.count(QStringLiteral("Turbine"))));
 }
 
 void DemoScenario::historyQueryOverTwoSystems()

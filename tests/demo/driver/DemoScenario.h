@@ -5,6 +5,7 @@
 
 class QAbstractButton;
 class QComboBox;
+class FilterStatisticsView;
 class QLabel;
 class QTreeView;
 class SourceAndFiltersUi;
@@ -22,6 +23,9 @@ private slots:
     void initTestCase();
     void contextMenuAcknowledgesAnAlarm();
     void quickFilterShowsMatchingRows();
+    void statisticsBarCountsTheTable();
+    void unacknowledgedAlarmsBlink();
+    void statisticsBarFollowsItsDatapoint();
     void historyQueryOverTwoSystems();
     void secondQueryIsAborted();
     void filterIsSavedAndLoadedBack();
@@ -56,4 +60,5 @@ private:
     QString m_filterFile;
     QStringList m_menuEntries;
     bool m_menuAnswered = false;
+    FilterStatisticsView *m_statisticsBar = nullptr;
 };

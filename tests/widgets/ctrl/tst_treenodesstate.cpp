@@ -1,6 +1,6 @@
 // The expansion record of a grouped alarm table, on the real table proxy.
 
-#include "../../alarmmodel/AlarmTestFactory.h"
+#include "AlarmTestFactory.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "LogCapture.h"

@@ -2,7 +2,7 @@
 // with grouping columns and escaping; the options dialog; and what a failed
 // or cancelled export leaves behind.
 
-#include "../../alarmmodel/AlarmTestFactory.h"
+#include "AlarmTestFactory.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "ExportCsvOptions.h"

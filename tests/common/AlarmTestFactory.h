@@ -1,6 +1,6 @@
 #pragma once
 
-// Alarms and filters for the alarm model tests.
+// Alarms and filters for the tests of the alarm model and of its views.
 
 #include "AlarmInstance.h"
 #include "FilterRuleContainer.h"
