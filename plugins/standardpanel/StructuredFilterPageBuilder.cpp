@@ -1,7 +1,11 @@
 #include "StructuredFilterPageBuilder.h"
 
 #include "AlarmScreenConfiguration.h"
+#include "TextRuleTableEditor.h"
 #include "ValueFilterFixed.h"
+#include "WEditFilterRuleDate.h"
+#include "WEditFilterRuleNumbers.h"
+#include "WEditFilterRuleSingleValue.h"
 #include "WFixedFilterToggleButton.h"
 
 #include <QGridLayout>
@@ -25,10 +29,36 @@ WFilter *toggleEditor(const WildcardConfig &config, const QString &columnId, Con
     return editor;
 }
 
+WFilter *numbersEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source,
+                       const QString &)
+{
+    return new WEditFilterRuleNumbers(config, columnId, source, nullptr);
+}
+
+WFilter *dateEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source,
+                    const QString &)
+{
+    // To the second, as the alarm table shows times.
+    return new WEditFilterRuleDate(config, columnId, source, QStringLiteral("yyyy/MM/dd HH:mm:ss"), nullptr);
+}
+
+WFilter *singleValueEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source,
+                           const QString &)
+{
+    return new WEditFilterRuleSingleValue(config, columnId, source, nullptr);
+}
+
+WFilter *ruleTableEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source,
+                         const QString &)
+{
+    return new TextRuleTableEditor(config, columnId, source, nullptr);
+}
+
 } // namespace
 
 StructuredFilterPageBuilder::StructuredFilterPageBuilder(const MsgLoggingProducer *logger)
-    : MsgLoggingProducer(logger), m_kinds(standardEditorKinds())
+    : MsgLoggingProducer(logger), m_kinds(standardEditorKinds()),
+      m_propertyKinds(standardPropertyEditorKinds())
 {
 }
 
@@ -36,6 +66,19 @@ StructuredFilterPageBuilder::EditorKinds StructuredFilterPageBuilder::standardEd
 {
     EditorKinds kinds;
     kinds.insert(AlarmProp::Boolean, {toggleEditor, false});
+    kinds.insert(AlarmProp::Integer, {numbersEditor, false});
+    kinds.insert(AlarmProp::Number, {numbersEditor, false});
+    kinds.insert(AlarmProp::DateTime, {dateEditor, false});
+    return kinds;
+}
+
+StructuredFilterPageBuilder::PropertyEditorKinds StructuredFilterPageBuilder::standardPropertyEditorKinds()
+{
+    PropertyEditorKinds kinds;
+    // A class is one of a few names, which the completions list.
+    kinds.insert(AlarmProp::byIndex(AlarmProp::AlarmClass).getName(), {singleValueEditor, true});
+    // Alarm texts are sentences: rules that include some and exclude others.
+    kinds.insert(AlarmProp::byIndex(AlarmProp::AlarmText).getName(), {ruleTableEditor, false});
     return kinds;
 }
 
@@ -57,8 +100,16 @@ QWidget *StructuredFilterPageBuilder::build(const AlarmScreenConfiguration &conf
         const AlarmProp prop = AlarmProp::byName(column.getId());
         if (source != Constants::ValueSourceAlarm || !prop.isValid() || done.contains(prop.getName()))
             continue;
-        const auto kind = m_kinds.constFind(prop.getType());
-        if (kind == m_kinds.constEnd() || !kind->create)
+        const EditorKind *kind = nullptr;
+        const auto byName = m_propertyKinds.constFind(prop.getName());
+        if (byName != m_propertyKinds.constEnd()) {
+            kind = &byName.value();
+        } else {
+            const auto byType = m_kinds.constFind(prop.getType());
+            if (byType != m_kinds.constEnd())
+                kind = &byType.value();
+        }
+        if (!kind || !kind->create)
             continue;
         WFilter *editor = kind->create(wildcards, prop.getName(), source, column.getTitle());
         if (!editor)

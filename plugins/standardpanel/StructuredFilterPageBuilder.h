@@ -31,6 +31,8 @@ public:
         bool takesCompletions = false;
     };
     using EditorKinds = QHash<int, EditorKind>; // by AlarmProp::Type
+    // Properties whose values call for another editor than their type's.
+    using PropertyEditorKinds = QHash<QString, EditorKind>; // by AlarmProp name
 
     explicit StructuredFilterPageBuilder(const MsgLoggingProducer *logger);
 
@@ -38,6 +40,9 @@ public:
     static EditorKinds standardEditorKinds();
     void setEditorKinds(const EditorKinds &kinds) { m_kinds = kinds; }
     const EditorKinds &getEditorKinds() const { return m_kinds; }
+    static PropertyEditorKinds standardPropertyEditorKinds();
+    void setPropertyEditorKinds(const PropertyEditorKinds &kinds) { m_propertyKinds = kinds; }
+    const PropertyEditorKinds &getPropertyEditorKinds() const { return m_propertyKinds; }
 
     // A new page without parent; `completionNames` receives the properties
     // whose editors take completions, in column order.
@@ -45,4 +50,5 @@ public:
 
 private:
     EditorKinds m_kinds;
+    PropertyEditorKinds m_propertyKinds;
 };

@@ -9,6 +9,10 @@
 #include "TabbedStructuredFilterUi.h"
 #include "TestProject.h"
 #include "ValueFilterFixed.h"
+#include "WEditFilterRuleDate.h"
+#include "WEditFilterRuleNumbers.h"
+#include "WEditFilterRuleSingleValue.h"
+#include "WEditFilterRuleText.h"
 #include "WFixedFilterToggleButton.h"
 
 #include <QLabel>
@@ -74,19 +78,43 @@ private slots:
                       },
                       true});
         builder.setEditorKinds(kinds);
+        builder.setPropertyEditorKinds({});
 
         QStringList names;
         QScopedPointer<QWidget> page(builder.build(config, names));
         QVERIFY(!page->parent());
         QCOMPARE(editorColumns(page.data()),
-                 QStringList({QStringLiteral("acknowledged"), QStringLiteral("text"), QStringLiteral("ackable")}));
+                 QStringList({QStringLiteral("acknowledged"), QStringLiteral("text"), QStringLiteral("time"),
+                              QStringLiteral("ackable")}));
         QCOMPARE(names, QStringList({QStringLiteral("text")}));
         // Each editor is labelled with its column's title.
         QStringList labels;
         for (QLabel *label : page->findChildren<QLabel *>())
             labels << label->text() + QLatin1Char('>') + label->buddy()->objectName();
         QCOMPARE(labels, QStringList({QStringLiteral("ACKNOWLEDGED>acknowledgedFilter"), QStringLiteral("TEXT>textFilter"),
+                                      QStringLiteral("TIME>timeFilter"),
                                       QStringLiteral("ACKABLE>ackableFilter")}));
+    }
+
+    void rulesEditorsFollowTheProperty()
+    {
+        const AlarmScreenConfiguration config =
+            configuration({column(QStringLiteral("priority")), column(QStringLiteral("time")),
+                           column(QStringLiteral("alarmClass")), column(QStringLiteral("text")),
+                           column(QStringLiteral("value"))});
+        StructuredFilterPageBuilder builder(&config);
+        QStringList names;
+        QScopedPointer<QWidget> page(builder.build(config, names));
+        const auto editor = [&page](const char *name) {
+            return page->findChild<WFilter *>(QLatin1String(name) + QStringLiteral("Filter"));
+        };
+        QVERIFY(qobject_cast<WEditFilterRuleNumbers *>(editor("priority")));
+        QVERIFY(qobject_cast<WEditFilterRuleNumbers *>(editor("value")));
+        QVERIFY(qobject_cast<WEditFilterRuleDate *>(editor("time")));
+        QVERIFY(qobject_cast<WEditFilterRuleSingleValue *>(editor("alarmClass")));
+        QVERIFY(qobject_cast<WEditFilterRuleText *>(editor("text")));
+        // Only the class list is filled by the completion service.
+        QCOMPARE(names, QStringList{QStringLiteral("alarmClass")});
     }
 
     void panelComesFromTheModuleInBinPlugins()
