@@ -31,6 +31,7 @@ private slots:
     void filterIsSavedAndLoadedBack();
     void tableIsExportedAsShown();
     void tabWalksTheWindowInGeometricOrder();
+    void ruleEditorsFilterTheTable();
 
 private:
     QStringList shownColumn(int column) const;
