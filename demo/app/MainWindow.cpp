@@ -28,7 +28,9 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPluginLoader>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
@@ -291,6 +293,8 @@ void MainWindow::createMouseProcessor()
 
 void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)
 {
+    if (m_showingLoadedFilter)
+        return;
     ASLOG(this, MsgLoggerEnums::Trace,
           QStringLiteral("type %1, mode %2").arg(type).arg(Constants::sourceModeKey(filter.getSourceMode())));
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
@@ -366,10 +370,12 @@ void MainWindow::saveFilter()
     m_filterDirectory = QFileInfo(file).absolutePath();
     const SourceAndFilter filter = m_panel ? m_panel->getFilter() : m_appliedFilter;
     QString error;
-    if (filter.saveToFile(file, error))
+    if (filter.saveToFile(file, error)) {
         showStatus(tr("Filter saved to %1").arg(file));
-    else
+    } else {
         reportProblem(tr("The filter was not saved: %1").arg(error));
+        QMessageBox::warning(this, tr("Save Filter"), tr("The filter was not saved: %1").arg(error));
+    }
 }
 
 void MainWindow::loadFilter()
@@ -384,7 +390,9 @@ void MainWindow::loadFilter()
     const WildcardConfig wildcards = m_config.getWildcardConfig();
     QString error;
     if (!filter.loadFromFile(file, error, &wildcards)) {
+        // The filter shown and applied stays as it is.
         reportProblem(tr("The filter was not loaded: %1").arg(error));
+        QMessageBox::warning(this, tr("Load Filter"), tr("The filter in %1 was not loaded: %2").arg(file, error));
         return;
     }
     showLoadedFilter(filter);
@@ -396,6 +404,9 @@ void MainWindow::showLoadedFilter(const SourceAndFilter &filter)
 {
     if (!m_panel)
         return;
+    // Showing the filter in the editor asks to apply it; the caller applies
+    // the filter as read instead, once.
+    const QScopedValueRollback<bool> showing(m_showingLoadedFilter, true);
     QString error;
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
         QDateTime start;

@@ -106,4 +106,5 @@ private:
     QString m_filterDirectory;
     QStringList m_problems;
     bool m_alarmsShown = false;
+    bool m_showingLoadedFilter = false;
 };

@@ -497,6 +497,14 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
     // From the source selector through the panel down to the table, each
     // step to a widget below or to the right on the same rows.
     QWidget *start = m_modeCombo;
+    const QList<QWidget *> groups = m_panel->getTabGroups();
+    const auto groupOf = [&groups](const QWidget *widget) {
+        for (int i = 0; i < groups.size(); ++i) {
+            if (groups.at(i) == widget || groups.at(i)->isAncestorOf(widget))
+                return i;
+        }
+        return -1;
+    };
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
     start->setFocus();
@@ -509,7 +517,12 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
         QVERIFY(m_window->isAncestorOf(now));
         const QRect before(visited.last()->mapTo(m_window, QPoint()), visited.last()->size());
         const QRect after(now->mapTo(m_window, QPoint()), now->size());
-        QVERIFY2(before.top() < after.bottom() && (after.top() >= before.bottom() || before.right() <= after.left()),
+        // Leaving a tab group for the next one (the filter page for the buttons
+        // beside its tabs) may go back up; inside a group the walk reads on.
+        const int fromGroup = groupOf(visited.last());
+        const int toGroup = groupOf(now);
+        const bool nextGroup = fromGroup >= 0 && toGroup > fromGroup;
+        QVERIFY2(nextGroup || (before.top() < after.bottom() && (after.top() >= before.bottom() || before.right() <= after.left())),
                  qPrintable(QStringLiteral("%1 -> %2").arg(visited.last()->objectName(), now->objectName())));
         visited << now;
     }

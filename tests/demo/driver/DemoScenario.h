@@ -34,6 +34,7 @@ private slots:
     void tableIsExportedAsShown();
     void tabWalksTheWindowInGeometricOrder();
     void selectionSurvivesAFlood();
+    void ruleEditorsFilterTheTable();
 
 private:
     QStringList shownColumn(int column) const;
