@@ -15,6 +15,7 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SourceAndFiltersUiFactoryPlugin.h"
+#include "Spoiler.h"
 #include "SystemConnectionsControl.h"
 #include "SystemStatusViews.h"
 #include "TableServices.h"
@@ -31,6 +32,7 @@
 #include <QMessageBox>
 #include <QPluginLoader>
 #include <QScopedValueRollback>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
@@ -60,7 +62,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
 
     createPanel(central);
     if (m_panel)
-        layout->addWidget(m_panel);
+        placeFilterArea(layout);
 
     m_table = new QTreeView(central);
     m_table->setObjectName(QStringLiteral("alarmTable"));
@@ -141,6 +143,23 @@ void MainWindow::createPanel(QWidget *parent)
     builtIn.setPanelPluginName(QString());
     m_config.setFilterWidgetConfig(builtIn);
     m_panel = factory.create(m_config, parent);
+}
+
+void MainWindow::placeFilterArea(QVBoxLayout *layout)
+{
+    // The filter area folds away above the table. Its place out of the
+    // section is a splitter, which keeps a placeholder while it is folded.
+    QWidget *central = layout->parentWidget();
+    auto *splitter = new QSplitter(Qt::Vertical, central);
+    splitter->setObjectName(QStringLiteral("filterSplitter"));
+    splitter->addWidget(m_panel);
+    layout->addWidget(splitter);
+    m_filterSpoiler = new Spoiler(tr("Source and filters"), central);
+    m_filterSpoiler->setObjectName(QStringLiteral("filterSpoiler"));
+    layout->addWidget(m_filterSpoiler);
+    m_filterSpoiler->setMainWidget(m_panel, splitter, m_filterSpoiler);
+    m_filterSpoiler->setInSpoiler(true);
+    splitter->hide();
 }
 
 void MainWindow::createStatistics(const DemoProject &project, QVBoxLayout *layout)
