@@ -28,7 +28,13 @@ SingleFilterTab::SingleFilterTab(const MsgLoggingProducer *logger, quint32 numbe
     connect(m_ui->includeButton, &QRadioButton::toggled, this, &SingleFilterTab::exclusivityChanged);
 }
 
-SingleFilterTab::~SingleFilterTab() = default;
+SingleFilterTab::~SingleFilterTab()
+{
+    // The editors go after this tab's members and may still report an edit
+    // on their way out (a focus loss): nobody is left here to hear it.
+    for (WFilter *editor : editors())
+        disconnect(editor, nullptr, this, nullptr);
+}
 
 void SingleFilterTab::configure(const AlarmScreenConfiguration &config,
                                 const QSharedPointer<CompletionSource> &completionSource,
