@@ -14,3 +14,4 @@ export QT_QPA_PLATFORM=offscreen
 "$build/bench/alarmscreen_bench_logflood"
 "$build/bench/alarmscreen_bench_bursts" "$@"
 "$build/bench/alarmscreen_bench_patterneditors"
+"$build/bench/alarmscreen_bench_structured"
