@@ -13,6 +13,7 @@ QuickCellFilter::QuickCellFilter() = default;
 bool QuickCellFilter::compile()
 {
     const Qt::CaseSensitivity cs = m_matchCase ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    m_undecidedLogged = false;
     if (m_mode == ModeWildcard && m_wildcardConfig.isMatchAllCharSet() &&
         m_string == m_wildcardConfig.getMatchAllString()) {
         m_matcher = TextMatcher();
@@ -63,7 +64,18 @@ bool QuickCellFilter::isEmpty() const
 
 bool QuickCellFilter::matches(const QString &cellText) const
 {
-    return m_matcher.matches(cellText);
+    const TextMatcher::Answer answer = m_matcher.answer(cellText);
+    if (answer != TextMatcher::Undecided)
+        return answer == TextMatcher::Match;
+    if (!m_undecidedLogged) {
+        m_undecidedLogged = true;
+        ASLOG(&m_wildcardConfig, MsgLoggerEnums::Warning,
+              QStringLiteral("the quick filter '%1' backtracks beyond the expression engine's limits on a cell of "
+                             "%2 characters; such cells are shown")
+                  .arg(m_string)
+                  .arg(cellText.size()));
+    }
+    return true;
 }
 
 bool QuickCellFilter::operator==(const QuickCellFilter &other) const

@@ -13,6 +13,8 @@
 // 2 a regular expression. Without "match full column" the pattern may match any
 // part of a cell; with it, the whole cell. An empty string, or the match-all
 // character alone in wildcard mode, matches every cell (the filter is empty).
+// A cell on which a regular expression backtracks beyond the expression
+// engine's limits is shown, and the first such cell is logged.
 class ALARMMODEL_EXPORT QuickCellFilter
 {
 public:
@@ -58,6 +60,7 @@ private:
     bool m_valid = true;
     WildcardConfig m_wildcardConfig;
     TextMatcher m_matcher;
+    mutable bool m_undecidedLogged = false;
 };
 
 Q_DECLARE_METATYPE(QuickCellFilter)

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QString>
 #include <QStringMatcher>
+#include <QVector>
 
 // One compiled text pattern: an exact text, a wildcard pattern or a regular
 // expression, matched against the whole text or anywhere inside it.
@@ -15,11 +16,16 @@
 // the others become a (pre-optimised) regular expression.
 //
 // Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
-// character, "\" makes the next character literal ("\*", "\?", "\\").
+// character, "\" makes the next character literal ("\*", "\?", "\\"). Line
+// breaks are characters like any other.
 class ALARMMODEL_EXPORT TextMatcher
 {
 public:
     enum Method : int { Exact = 0, Wildcard = 1, RegularExpression = 2 };
+    // The expression engine gives up on a text when matching backtracks beyond
+    // its limits. A wildcard pattern is then matched without the engine; for a
+    // regular expression the answer stays open and the caller decides.
+    enum Answer : int { NoMatch = 0, Match = 1, Undecided = 2 };
 
     // An empty matcher: it matches every text.
     TextMatcher();
@@ -34,19 +40,28 @@ public:
     // True when every text matches (an empty pattern that may match anywhere,
     // or a wildcard pattern of stars only).
     bool matchesEverything() const { return m_kind == MatchAll; }
-    bool matches(const QString &text) const;
+    Answer answer(const QString &text) const;
+    // Undecided counts as no match here. Exact texts and wildcard patterns are
+    // never undecided; callers taking regular expressions use answer().
+    bool matches(const QString &text) const { return answer(text) == Match; }
 
-    // Converts a wildcard pattern into an (unanchored) regular expression pattern.
+    // Converts a wildcard pattern into an (unanchored) regular expression
+    // pattern, for use with QRegularExpression::DotMatchesEverythingOption.
     static QString wildcardToRegularExpression(const QString &pattern);
 
 private:
     enum Kind { MatchAll, Equal, StartsWith, EndsWith, Contains, Regex, Invalid };
 
     void setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd);
+    bool wildcardMatches(const QString &text) const;
 
     Kind m_kind = MatchAll;
     Qt::CaseSensitivity m_cs = Qt::CaseInsensitive;
     QString m_text;
     QStringMatcher m_finder;
     QRegularExpression m_regex;
+    // The wildcard pattern behind m_regex as code points (see the source), case
+    // folded unless case counts, framed by stars when it may match anywhere;
+    // empty for regular expressions.
+    QVector<uint> m_wildcard;
 };

@@ -92,6 +92,14 @@ bool ValueFilterDate::readContent(const QJsonObject &object, const QString &path
     r.readVariant(QStringLiteral("second"), second);
     if (r.ok() && (method < NoComparison || method > Between))
         r.fail(QStringLiteral("'%1' must be 0 to 3").arg(r.fieldPath(QStringLiteral("method"))));
+    // Anything but a date would load as a filter that restricts nothing.
+    const auto requireDate = [&r](const QString &key, const QVariant &value) {
+        if (r.ok() && value.isValid() && value.userType() != QMetaType::QDateTime)
+            r.fail(QStringLiteral("'%1' must be a date and time in ISO 8601 form (%2Type \"QDateTime\") or null")
+                       .arg(r.fieldPath(key), key));
+    };
+    requireDate(QStringLiteral("first"), first);
+    requireDate(QStringLiteral("second"), second);
     if (!r.ok())
         return false;
     m_method = method;

@@ -78,6 +78,23 @@ QString ValueFilterText::describeContent() const
     return QStringLiteral("text rules [%1]").arg(rules.join(QStringLiteral(", ")));
 }
 
+bool ValueFilterText::ruleMatches(int index, const QString &text) const
+{
+    const ValueFilterTextItem &item = m_items.at(index);
+    const TextMatcher::Answer answer = m_matchers.at(index).answer(text);
+    if (answer != TextMatcher::Undecided)
+        return answer == TextMatcher::Match;
+    if (!m_undecidedLogged) {
+        m_undecidedLogged = true;
+        ASLOG(&getWildcardConfig(), MsgLoggerEnums::Warning,
+              QStringLiteral("%1: the regular expression '%2' backtracks beyond the expression engine's limits on "
+                             "a value of %3 characters; the rule hides nothing")
+                  .arg(getValueId(), item.getText())
+                  .arg(text.size()));
+    }
+    return !item.isExclude();
+}
+
 bool ValueFilterText::matches(const QVariant &value) const
 {
     const QString text = value.toString();
@@ -85,11 +102,11 @@ bool ValueFilterText::matches(const QVariant &value) const
     bool included = false;
     for (int i = 0; i < m_items.size(); ++i) {
         if (m_items.at(i).isExclude()) {
-            if (m_matchers.at(i).matches(text))
+            if (ruleMatches(i, text))
                 return false;
         } else if (!included) {
             hasInclude = true;
-            included = m_matchers.at(i).matches(text);
+            included = ruleMatches(i, text);
         }
     }
     return included || !hasInclude;

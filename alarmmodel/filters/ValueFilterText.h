@@ -14,7 +14,9 @@
 // Exact texts and wildcard patterns must match the whole value; a regular
 // expression matches anywhere unless it anchors itself with ^ and $.
 // A value passes when it matches at least one including rule (or there is
-// none) and no excluding rule.
+// none) and no excluding rule. A regular expression that the expression engine
+// gives up on for a value hides nothing: it counts as matching when including
+// and as not matching when excluding, and the first such case is logged.
 class ALARMMODEL_EXPORT ValueFilterText : public ValueFilter
 {
 public:
@@ -47,7 +49,10 @@ protected:
 private:
     static bool compileItem(const ValueFilterTextItem &item, bool matchCase, TextMatcher &matcher,
                             QString *error);
+    // The answer of rule `index`, an undecided one taken as hiding nothing.
+    bool ruleMatches(int index, const QString &text) const;
 
     QList<ValueFilterTextItem> m_items;
     QVector<TextMatcher> m_matchers; // parallel to m_items
+    mutable bool m_undecidedLogged = false;
 };

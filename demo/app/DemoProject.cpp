@@ -27,7 +27,9 @@ bool DemoProject::open(const QString &directory)
     m_problems.clear();
     const QFileInfo info(directory);
     m_directory = info.absoluteFilePath();
-    if (!info.isDir())
+    if (info.exists() && !info.isDir())
+        addProblem(tr("the project path %1 is not a directory").arg(m_directory));
+    else if (!info.isDir())
         addProblem(tr("the project directory %1 does not exist").arg(m_directory));
     Resources::setProjectPaths({m_directory});
 
@@ -88,6 +90,8 @@ void DemoProject::readSimulation()
                        .arg(QLatin1String(SimulationConfig::projectConfigName())));
     } else if (!SimulationConfig::load(file, m_simulation, error)) {
         addProblem(tr("%1; simulating the default systems").arg(error));
+    } else if (m_simulation.systems.isEmpty()) {
+        addProblem(tr("%1 lists no systems: the alarm table stays empty").arg(file));
     }
 }
 

@@ -11,8 +11,10 @@
 #include "EwoActions.h"
 #include "FilterStatisticsView.h"
 #include "MouseEventProcessor.h"
+#include "Resources.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
+#include "SourceAndFiltersUiFactoryPlugin.h"
 #include "SystemConnectionsControl.h"
 #include "SystemStatusViews.h"
 #include "TableServices.h"
@@ -21,9 +23,12 @@
 #include <QAction>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
+#include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPluginLoader>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
@@ -129,9 +134,7 @@ void MainWindow::createPanel(QWidget *parent)
     const FilterWidgetConfiguration &widgetConfig = m_config.getFilterWidgetConfig();
     if (m_panel || widgetConfig.isNoPanel())
         return;
-    reportProblem(tr("the panel plug-in '%1' was not found in the project's bin/plugins folder; "
-                     "using the built-in panel")
-                      .arg(widgetConfig.getPanelPluginName()));
+    reportProblem(tr("%1; using the built-in panel").arg(describeUnusablePlugin(widgetConfig.getPanelPluginName())));
     FilterWidgetConfiguration builtIn(widgetConfig);
     builtIn.setPanelPluginName(QString());
     m_config.setFilterWidgetConfig(builtIn);
@@ -151,6 +154,31 @@ void MainWindow::createStatistics(const DemoProject &project, QVBoxLayout *layou
     connect(m_statistics, &DemoStatistics::problem, this, &MainWindow::reportProblem);
     connect(m_statistics, &DemoStatistics::status, this, &MainWindow::showStatus);
     menuBar()->addMenu(tr("&Statistics"))->addAction(m_statistics->getLoadAction());
+}
+
+QString MainWindow::describeUnusablePlugin(const QString &name) const
+{
+    if (!SourceAndFiltersUiFactory::isPlainPluginName(name))
+        return tr("the panel plug-in name '%1' was refused: it must be a plain file name").arg(name);
+    // The factory tried the project paths from the last one; its first
+    // candidate is the one to explain.
+    const QStringList &paths = Resources::getProjectPaths();
+    QString file;
+    for (int i = paths.size() - 1; i >= 0 && file.isEmpty(); --i) {
+        const QString candidate = QDir(paths.at(i)).filePath(QStringLiteral("bin/plugins/%1.so").arg(name));
+        if (QFileInfo::exists(candidate))
+            file = candidate;
+    }
+    if (file.isEmpty())
+        return tr("the panel plug-in '%1' was not found in the project's bin/plugins folder").arg(name);
+    QPluginLoader loader(file);
+    const QJsonObject metaData = loader.metaData();
+    if (metaData.isEmpty())
+        return tr("the panel plug-in file %1 is not a plug-in (%2)").arg(file, loader.errorString());
+    const QString iid = metaData.value(QLatin1String("IID")).toString();
+    if (iid != QLatin1String(qobject_interface_iid<SourceAndFiltersUiFactoryPlugin *>()))
+        return tr("the panel plug-in file %1 is a plug-in of another interface (%2)").arg(file, iid);
+    return tr("the panel plug-in file %1 could not be used, see the log").arg(file);
 }
 
 void MainWindow::shareActionAccess()

@@ -66,6 +66,9 @@ signals:
 private:
     void createPanel(QWidget *parent);
     void createStatistics(const DemoProject &project, QVBoxLayout *layout);
+    // Why the configured panel plug-in gave no panel: a refused name, no file,
+    // a file that is no plug-in or one of another interface.
+    QString describeUnusablePlugin(const QString &name) const;
     void shareActionAccess();
     void createActions();
     void createSimulationActions();

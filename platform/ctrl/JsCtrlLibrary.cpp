@@ -36,6 +36,7 @@ JsCtrlLibrary::JsCtrlLibrary(const QString &name, const QString &filePath,
     , m_engine(std::make_unique<QJSEngine>())
 {
     m_engine->installExtensions(QJSEngine::ConsoleExtension);
+    m_converter = std::make_unique<JsValueConverter>(*m_engine);
 }
 
 JsCtrlLibrary::~JsCtrlLibrary() = default;
@@ -101,17 +102,24 @@ std::unique_ptr<Variable> JsCtrlLibrary::call(const QString &function, const Dyn
     }
     QJSValue jsArgs = m_engine->newArray(static_cast<uint>(args.count()));
     for (int i = 0; i < args.count(); ++i)
-        jsArgs.setProperty(static_cast<quint32>(i), JsValueConverter::toJs(*m_engine, *args.at(i)));
+        jsArgs.setProperty(static_cast<quint32>(i), m_converter->toJs(*args.at(i)));
 
+    // The answer is converted within the script's time: converting runs
+    // getters, and a large answer takes time of its own.
     m_watchdog.arm(m_engine.get(), timeoutMs);
-    const QJSValue outcome = m_guardedCall.call({fn, jsArgs});
-    const bool interrupted = m_watchdog.disarm();
-
-    if (interrupted) {
+    std::unique_ptr<Variable> result = callWatched(function, fn, jsArgs, error);
+    if (m_watchdog.disarm()) {
         error = QStringLiteral("%1: function %2 interrupted after %3 ms")
                     .arg(m_filePath, function).arg(timeoutMs);
         return nullptr;
     }
+    return result;
+}
+
+std::unique_ptr<Variable> JsCtrlLibrary::callWatched(const QString &function, const QJSValue &fn,
+                                                     const QJSValue &args, QString &error)
+{
+    const QJSValue outcome = m_guardedCall.call({fn, args});
     if (outcome.isError()) {
         error = describeError(outcome);
         return nullptr;
@@ -123,8 +131,10 @@ std::unique_ptr<Variable> JsCtrlLibrary::call(const QString &function, const Dyn
     }
     QString conversionError;
     std::unique_ptr<Variable> result =
-        JsValueConverter::fromJs(outcome.property(QStringLiteral("value")), conversionError);
-    if (!conversionError.isEmpty())
+        m_converter->fromJs(outcome.property(QStringLiteral("value")), conversionError);
+    if (!conversionError.isEmpty()) {
         error = QStringLiteral("%1: return value of %2: %3").arg(m_filePath, function, conversionError);
+        return nullptr;
+    }
     return result;
 }

@@ -5,6 +5,7 @@
 #include <QJSValue>
 #include <QSet>
 
+class JsValueConverter;
 class QJSEngine;
 class ScriptWatchdog;
 
@@ -31,10 +32,15 @@ private:
     JsCtrlLibrary(const QString &name, const QString &filePath, ScriptWatchdog &watchdog);
     // "file:line: message" of a thrown value.
     QString describeError(const QJSValue &thrown) const;
+    // Calls `fn` and converts its answer; the watchdog must be armed, since
+    // reading a thrown or returned value runs script code too.
+    std::unique_ptr<Variable> callWatched(const QString &function, const QJSValue &fn, const QJSValue &args,
+                                          QString &error);
 
     QString m_filePath;
     ScriptWatchdog &m_watchdog;
     std::unique_ptr<QJSEngine> m_engine;
+    std::unique_ptr<JsValueConverter> m_converter;
     // Calls a function and catches what it throws, so that a thrown string
     // can be told from a returned one.
     QJSValue m_guardedCall;

@@ -11,14 +11,40 @@
 #include "UIntegerVar.h"
 
 #include <QJSEngine>
-#include <QJSValueIterator>
 
 #include <cmath>
 #include <limits>
 
 namespace {
-// Deeper than any sensible answer; reached by cyclic objects.
-constexpr int MaxDepth = 64;
+// Answers {keys, values} (keys null for an array), {tooMany: length} when the
+// container has more members than `limit` (length null for an object), or
+// {failed: key, error: thrown} when reading a member threw. Keys are listed
+// with for-in, as the engine's Object.keys runs the getters. The built-ins it
+// needs are taken before any library runs, which might replace them.
+const char ReadMembersSource[] =
+    "(function (isArray, hasOwn) {\n"
+    "    return function (o, limit) {\n"
+    "        var array = isArray(o), keys = null, count;\n"
+    "        try {\n"
+    "            if (array) {\n"
+    "                count = o.length;\n"
+    "            } else {\n"
+    "                keys = [];\n"
+    "                for (var k in o) {\n"
+    "                    if (hasOwn(o, k) && keys.push(k) > limit) return { tooMany: null };\n"
+    "                }\n"
+    "                count = keys.length;\n"
+    "            }\n"
+    "        } catch (e) { return { failed: null, error: e }; }\n"
+    "        if (count > limit) return { tooMany: count };\n"
+    "        var values = new Array(count);\n"
+    "        for (var i = 0; i < count; ++i) {\n"
+    "            var key = array ? i : keys[i];\n"
+    "            try { values[i] = o[key]; } catch (e) { return { failed: String(key), error: e }; }\n"
+    "        }\n"
+    "        return { keys: keys, values: values };\n"
+    "    };\n"
+    "})(Array.isArray, Function.prototype.call.bind(Object.prototype.hasOwnProperty))";
 
 std::unique_ptr<Variable> numberToVariable(double number)
 {
@@ -29,7 +55,12 @@ std::unique_ptr<Variable> numberToVariable(double number)
 }
 } // namespace
 
-QJSValue JsValueConverter::toJs(QJSEngine &engine, const Variable &value)
+JsValueConverter::JsValueConverter(QJSEngine &engine)
+    : m_engine(engine), m_readMembers(engine.evaluate(QString::fromLatin1(ReadMembersSource)))
+{
+}
+
+QJSValue JsValueConverter::toJs(const Variable &value) const
 {
     switch (value.getType()) {
     case TEXT_VAR:
@@ -43,24 +74,24 @@ QJSValue JsValueConverter::toJs(QJSEngine &engine, const Variable &value)
     case BIT_VAR:
         return QJSValue(static_cast<const BitVar &>(value).getValue());
     case TIME_VAR:
-        return engine.toScriptValue(static_cast<const TimeVar &>(value).getValue());
+        return m_engine.toScriptValue(static_cast<const TimeVar &>(value).getValue());
     case DYN_VAR: {
         const auto &dyn = static_cast<const DynVar &>(value);
-        QJSValue array = engine.newArray(static_cast<uint>(dyn.count()));
+        QJSValue array = m_engine.newArray(static_cast<uint>(dyn.count()));
         for (int i = 0; i < dyn.count(); ++i)
-            array.setProperty(static_cast<quint32>(i), toJs(engine, *dyn.at(i)));
+            array.setProperty(static_cast<quint32>(i), toJs(*dyn.at(i)));
         return array;
     }
     case MAPPING_VAR: {
         const auto &map = static_cast<const MappingVar &>(value);
-        QJSValue object = engine.newObject();
+        QJSValue object = m_engine.newObject();
         for (int i = 0; i < map.count(); ++i)
-            object.setProperty(map.keyAt(i)->formatValue(), toJs(engine, *map.valueAt(i)));
+            object.setProperty(map.keyAt(i)->formatValue(), toJs(*map.valueAt(i)));
         return object;
     }
     case MIXED_VAR: {
         const Variable *held = static_cast<const MixedVar &>(value).getValue();
-        return held ? toJs(engine, *held) : QJSValue(QJSValue::NullValue);
+        return held ? toJs(*held) : QJSValue(QJSValue::NullValue);
     }
     case NO_VAR:
         break;
@@ -72,12 +103,21 @@ std::unique_ptr<Variable> JsValueConverter::fromJs(const QJSValue &value, QStrin
 {
     if (value.isNull() || value.isUndefined())
         return nullptr;
-    return fromJsNested(value, 0, error);
+    int budget = MaxValues;
+    return fromJsNested(value, 0, budget, error);
 }
 
-std::unique_ptr<Variable> JsValueConverter::fromJsNested(const QJSValue &value, int depth,
+std::unique_ptr<Variable> JsValueConverter::fromJsNested(const QJSValue &value, int depth, int &budget,
                                                          QString &error)
 {
+    if (m_engine.isInterrupted()) {
+        error = QStringLiteral("interrupted while reading the value");
+        return nullptr;
+    }
+    if (--budget < 0) {
+        error = QStringLiteral("more than %1 values").arg(MaxValues);
+        return nullptr;
+    }
     if (depth > MaxDepth) {
         error = QStringLiteral("value nested deeper than %1 levels").arg(MaxDepth);
         return nullptr;
@@ -90,29 +130,57 @@ std::unique_ptr<Variable> JsValueConverter::fromJsNested(const QJSValue &value, 
         return std::make_unique<TextVar>(value.toString());
     if (value.isDate())
         return std::make_unique<TimeVar>(value.toDateTime());
-    if (value.isArray()) {
+    if (value.isArray() || (value.isObject() && !value.isCallable()))
+        return containerFromJs(value, value.isArray(), depth, budget, error);
+    // Nothing CTRL could hold: null, undefined or a function inside a container.
+    return std::make_unique<MixedVar>();
+}
+
+std::unique_ptr<Variable> JsValueConverter::containerFromJs(const QJSValue &value, bool isArray, int depth,
+                                                            int &budget, QString &error)
+{
+    const QJSValue members = m_readMembers.call({value, QJSValue(budget)});
+    if (m_engine.isInterrupted()) {
+        error = QStringLiteral("interrupted while reading the value");
+        return nullptr;
+    }
+    if (members.isError()) {
+        error = QStringLiteral("reading the members failed: %1").arg(members.toString());
+        return nullptr;
+    }
+    if (members.hasOwnProperty(QStringLiteral("tooMany"))) {
+        const QJSValue length = members.property(QStringLiteral("tooMany"));
+        error = QStringLiteral("more than %1 values").arg(MaxValues);
+        if (!length.isNull())
+            error += QStringLiteral(" (an array of %1 elements)").arg(length.toString());
+        return nullptr;
+    }
+    if (members.hasOwnProperty(QStringLiteral("failed"))) {
+        const QJSValue key = members.property(QStringLiteral("failed"));
+        const QString what = key.isNull() ? QStringLiteral("the members")
+                                          : QStringLiteral("member '%1'").arg(key.toString());
+        error = QStringLiteral("reading %1 threw: %2").arg(what, members.property(QStringLiteral("error")).toString());
+        return nullptr;
+    }
+    const QJSValue keys = members.property(QStringLiteral("keys"));
+    const QJSValue values = members.property(QStringLiteral("values"));
+    const quint32 count = values.property(QStringLiteral("length")).toUInt();
+    if (isArray) {
         auto dyn = std::make_unique<DynVar>();
-        const quint32 length = value.property(QStringLiteral("length")).toUInt();
-        for (quint32 i = 0; i < length; ++i) {
-            std::unique_ptr<Variable> item = fromJsNested(value.property(i), depth + 1, error);
-            if (!error.isEmpty())
+        for (quint32 i = 0; i < count; ++i) {
+            std::unique_ptr<Variable> item = fromJsNested(values.property(i), depth + 1, budget, error);
+            if (!item)
                 return nullptr;
             dyn->append(std::move(item));
         }
         return dyn;
     }
-    if (value.isObject() && !value.isCallable()) {
-        auto map = std::make_unique<MappingVar>();
-        QJSValueIterator it(value);
-        while (it.hasNext()) {
-            it.next();
-            std::unique_ptr<Variable> item = fromJsNested(it.value(), depth + 1, error);
-            if (!error.isEmpty())
-                return nullptr;
-            map->setAt(std::make_unique<TextVar>(it.name()), std::move(item));
-        }
-        return map;
+    auto map = std::make_unique<MappingVar>();
+    for (quint32 i = 0; i < count; ++i) {
+        std::unique_ptr<Variable> item = fromJsNested(values.property(i), depth + 1, budget, error);
+        if (!item)
+            return nullptr;
+        map->setAt(std::make_unique<TextVar>(keys.property(i).toString()), std::move(item));
     }
-    // Nothing CTRL could hold: null, undefined or a function inside a container.
-    return std::make_unique<MixedVar>();
+    return map;
 }

@@ -11,6 +11,7 @@
 #include "DemoTestProject.h"
 #include "CompletionSource.h"
 #include "EwoActions.h"
+#include "LogCapture.h"
 #include "MainWindow.h"
 #include "Manager.h"
 #include "QuickFilterEditor.h"
@@ -56,6 +57,10 @@ private slots:
     void brokenPartsKeepTheRest();
     void optionsKeepDefaultsUntilValid();
     void unknownPluginFallsBackToBuiltInPanel();
+    void unusablePluginsAreToldApart_data();
+    void unusablePluginsAreToldApart();
+    void projectThatIsAFileIsNotADirectory();
+    void simulationWithoutSystemsIsReported();
     void windowWithoutPanelStillShowsAlarms();
     void componentsShareTheOwnersActionRights();
     void quickFilterIsAnsweredWithTheAppliedFilter();
@@ -136,6 +141,71 @@ void TestDemoProject::unknownPluginFallsBackToBuiltInPanel()
     QCOMPARE(window.getProblems().size(), 1);
     QVERIFY(window.getProblems().first().contains(QLatin1String("'noSuchPanel'")));
     QVERIFY(window.statusBar()->currentMessage().contains(QLatin1String("noSuchPanel")));
+}
+
+void TestDemoProject::unusablePluginsAreToldApart_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("pluginFile"); // copied to bin/plugins/<name>.so
+    QTest::addColumn<QByteArray>("content"); // written there instead, when given
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("not a plug-in") << "notAPlugin" << QString() << QByteArray("just text")
+                                   << "is not a plug-in";
+    QTest::newRow("another interface") << "otherInterface" << QStringLiteral(AS_TEST_OTHER_INTERFACE_PLUGIN)
+                                       << QByteArray() << "is a plug-in of another interface (Tessaly.Test.OtherInterface)";
+    QTest::newRow("refused name") << "../outside" << QString() << QByteArray() << "name '../outside' was refused";
+}
+
+void TestDemoProject::unusablePluginsAreToldApart()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, pluginFile);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, expected);
+    auto project = projectCopy();
+    const QString target = QStringLiteral("bin/plugins/%1.so").arg(name);
+    if (!content.isEmpty())
+        project->write(target, content);
+    if (!pluginFile.isEmpty())
+        QVERIFY(QFile::copy(pluginFile, QDir(project->path()).filePath(target)));
+    project->write(QStringLiteral("config/alarmscreen.json"),
+                   "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1,"
+                   " \"filterWidget\": {\"panelPlugin\": \"" + name.toUtf8() + "\"}}");
+    DemoProject demo(&m_logger);
+    QVERIFY(demo.open(project->path()));
+    MainWindow window(demo, &m_logger);
+    QVERIFY(window.getPanel()); // the built-in one
+    QCOMPARE(window.getProblems().size(), 1);
+    QVERIFY2(window.getProblems().first().contains(expected), qPrintable(window.getProblems().first()));
+    QVERIFY(!window.getProblems().first().contains(QLatin1String("was not found")));
+    QVERIFY(window.statusBar()->currentMessage().contains(expected));
+}
+
+void TestDemoProject::projectThatIsAFileIsNotADirectory()
+{
+    DemoTestProject parent{QString()};
+    parent.write(QStringLiteral("project.txt"), "not a project");
+    const QString file = QDir(parent.path()).filePath(QStringLiteral("project.txt"));
+    DemoProject demo(&m_logger);
+    QVERIFY(!demo.open(file));
+    QVERIFY2(demo.getProblems().first().contains(QLatin1String("is not a directory")),
+             qPrintable(demo.getProblems().first()));
+    QVERIFY(!demo.getProblems().first().contains(QLatin1String("does not exist")));
+    QVERIFY(demo.open(QDir(parent.path()).filePath(QStringLiteral("missing"))) == false);
+    QVERIFY(demo.getProblems().first().contains(QLatin1String("does not exist")));
+}
+
+void TestDemoProject::simulationWithoutSystemsIsReported()
+{
+    auto project = projectCopy();
+    project->write(QStringLiteral("config/alarm-simulation.json"), "{\"systems\": []}");
+    LogCapture log;
+    DemoProject demo(&log.producer);
+    QVERIFY(!demo.open(project->path()));
+    QVERIFY(demo.getSimulation().systems.isEmpty());
+    QCOMPARE(demo.getProblems().size(), 1);
+    QVERIFY2(demo.getProblems().first().contains(QLatin1String("no systems")), qPrintable(demo.getProblems().first()));
+    QVERIFY(log.lines().join('\n').contains(QLatin1String("no systems")));
 }
 
 void TestDemoProject::windowWithoutPanelStillShowsAlarms()

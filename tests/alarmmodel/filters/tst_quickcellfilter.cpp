@@ -1,3 +1,4 @@
+#include "LogCapture.h"
 #include "QuickCellFilter.h"
 
 #include <QtTest>
@@ -28,6 +29,19 @@ private slots:
         QTest::newRow("wildcard prefix part") << 1 << false << false << "pu*" << "a pump" << true;
         QTest::newRow("wildcard escape") << 1 << false << false << "100\\%" << "100%" << true;
         QTest::newRow("wildcard case") << 1 << true << false << "Pu*" << "pump" << false;
+        QTest::newRow("wildcard across a line break") << 1 << false << false << "e1*l" << "line1\nline2" << true;
+        QTest::newRow("wildcard full across a line break")
+            << 1 << false << true << "l?ne1?l*" << "line1\nline2" << true;
+        QTest::newRow("wildcard beyond the BMP") << 1 << false << false << "p?mp\U0001F525" << "a pump\U0001F525 b" << true;
+        QTest::newRow("wildcard full beyond the BMP")
+            << 1 << false << true << "*p?mp?" << "a pump\U0001F525" << true;
+        const QString pumpValve = QStringLiteral("pumpvalve") + QString(63, QLatin1Char('x'));
+        QTest::newRow("wildcard repeated stars") << 1 << false << false << "**pump***valve****" << pumpValve << true;
+        QTest::newRow("wildcard full repeated stars")
+            << 1 << false << true << "******pump******valve******" << pumpValve << true;
+        const QString as = QString(300, QLatin1Char('a'));
+        QTest::newRow("wildcard beyond the engine's limits")
+            << 1 << false << false << "a*a*a*a*a*a*a*a*b*c" << "x" + as + "B" + as + "C!" << true;
         // Regular expression: searched unless the full column must match.
         QTest::newRow("regex part") << 2 << false << false << "\\d+" << "pump 12" << true;
         QTest::newRow("regex full") << 2 << false << true << "\\d+" << "pump 12" << false;
@@ -61,6 +75,24 @@ private slots:
         QVERIFY(!f.matches(QStringLiteral("a(b")));      // an invalid filter shows nothing
         QVERIFY(f.setMode(QuickCellFilter::ModeLiteral));
         QVERIFY(f.matches(QStringLiteral("xa(bx")));
+    }
+
+    void expressionTheEngineGivesUpOnShowsTheCell()
+    {
+        // Nested repetitions backtrack past the expression engine's limits:
+        // the filter cannot tell, so the cell stays visible and the log says so
+        // once.
+        LogCapture log;
+        QuickCellFilter f;
+        f.setWildCardConfig(WildcardConfig(&log.producer, QLatin1Char('*'), QChar()));
+        f.setMode(QuickCellFilter::ModeRegularExpression);
+        QVERIFY(f.setString(QStringLiteral("(a+)+$")));
+        const QString cell = QString(40, QLatin1Char('a')) + QLatin1Char('!');
+        QVERIFY(f.matches(cell));
+        QVERIFY(f.matches(cell));
+        QVERIFY(!f.matches(QStringLiteral("b")));
+        QCOMPARE(log.lines().size(), 1);
+        QVERIFY2(log.lines().first().contains(QLatin1String("(a+)+$")), qPrintable(log.lines().first()));
     }
 
     void emptyFiltersAndEquality()

@@ -1,4 +1,5 @@
 #include "AlarmTestFactory.h"
+#include "LogCapture.h"
 #include "ValueFilterDate.h"
 #include "ValueFilterFixed.h"
 #include "ValueFilterFixedMulti.h"
@@ -89,11 +90,31 @@ private slots:
         row("escaped negation is text", pattern("\\!x"), "!x", true);
         row("regex characters are text", pattern("a.c"), "abc", false);
         row("match-all matches empty", pattern("*"), "", true);
+        // Alarm texts and descriptions can hold line breaks; "*" and "?" match them.
+        row("question mark before a line break", pattern("l?ne*"), "line1\nline2", true);
+        row("stars across a line break", pattern("*ne*2"), "line1\nline2", true);
+        row("question mark is a line break", pattern("a?b"), "a\nb", true);
+        // A character beyond the Basic Multilingual Plane is one character.
+        row("star before a surrogate pair", pattern("pump*\U0001F525"), "pump\U0001F525", true);
+        row("surrogate pair after a question mark", pattern("p?mp\U0001F525"), "pump\U0001F525", true);
+        row("surrogate pair between stars", pattern("*mp*\U0001F525*"), "pump\U0001F525", true);
+        row("question mark is a surrogate pair", pattern("pump?"), "pump\U0001F525", true);
+        row("two question marks are not one pair", pattern("pump??"), "pump\U0001F525", false);
+        row("escaped surrogate pair", pattern("?ump\\\U0001F525"), "pump\U0001F525", true);
+        // Runs of stars are one star; patterns the expression engine gives up
+        // on still get the right answer.
+        const QString pumpValve = QStringLiteral("pumpvalve") + QString(63, QLatin1Char('x'));
+        row("repeated stars", pattern("******pump******valve******"), pumpValve, true);
+        const QString as = QString(300, QLatin1Char('a'));
+        row("beyond the engine's limits, matching", pattern("a*a*a*a*a*a*a*a*b*c"), as + "B" + as + "C", true);
+        row("beyond the engine's limits, not matching", pattern("a*a*a*a*a*a*a*a*b"), as + "bc", false);
         // Text items: 0 exact, 1 wildcard, 2 regular expression.
         row("exact", textItem(0, "Pump*"), "Pump*", true);
         row("exact is not wildcard", textItem(0, "Pump*"), "Pump 1", false);
         row("exact ignores case", textItem(0, "PUMP"), "pump", true);
         row("wildcard", textItem(1, "Pump*"), "pump 1", true);
+        row("wildcard across a line break", textItem(1, "l?ne*"), "line1\nline2", true);
+        row("wildcard beyond the BMP", textItem(1, "p?mp\U0001F525"), "pump\U0001F525", true);
         row("regex searches", textItem(2, "\\d{3}"), "id 123 x", true);
         row("regex anchored", textItem(2, "^\\d+$"), "id 123", false);
         row("regex alternatives", textItem(2, "(warn|err)"), "ERROR", true);
@@ -185,6 +206,27 @@ private slots:
         QVERIFY(!f.addItem(QString(), 1, false, &error));
         QVERIFY(!f.addItem(QStringLiteral("a"), 3, false, &error));
         QCOMPARE(f.getItems().size(), 2); // nothing added by the refusals
+    }
+
+    void textRuleTheEngineGivesUpOn()
+    {
+        // Nested repetitions backtrack past the expression engine's limits: the
+        // rule cannot tell, so it hides nothing, and the log says so once.
+        LogCapture log;
+        const QString text = QString(40, QLatin1Char('a')) + QLatin1Char('!');
+        ValueFilterText include(WildcardConfig(&log.producer, QLatin1Char('*'), QChar()), column, alarm, false);
+        QVERIFY(include.addItem(QStringLiteral("(a+)+$"), 2, false));
+        QVERIFY(include.matches(text));
+        QVERIFY(include.matches(text));
+        QVERIFY(!include.matches(QStringLiteral("b")));
+        QCOMPARE(log.lines().size(), 1);
+        QVERIFY2(log.lines().first().contains(QLatin1String("(a+)+$")), qPrintable(log.lines().first()));
+
+        ValueFilterText exclude(WildcardConfig(&log.producer, QLatin1Char('*'), QChar()), column, alarm, false);
+        QVERIFY(exclude.addItem(QStringLiteral("(a+)+$"), 2, true));
+        QVERIFY(exclude.matches(text));
+        QVERIFY(!exclude.matches(QStringLiteral("a")));
+        QCOMPARE(log.lines().size(), 2);
     }
 
     void numbersFeedback()
@@ -301,6 +343,21 @@ private slots:
             << "unknown key 'f.txt'";
         QTest::newRow("date method")
             << json("{'kind':'date','valueId':'a','source':'Alarm','method':4}") << "'f.method' must be 0 to 3";
+        // A date filter holds dates: anything else would load as a filter that restricts nothing.
+        const auto dateWith = [](const char *fields) {
+            const QByteArray text = QByteArray("{'kind':'date','valueId':'a','source':'Alarm','method':3,") + fields + '}';
+            return json(text.constData());
+        };
+        QTest::newRow("date as a word") << dateWith("'first':'yesterday'") << "'f.first' must be a date and time";
+        QTest::newRow("date in local notation")
+            << dateWith("'first':'01.05.2030 09:00'") << "'f.first' must be a date and time";
+        QTest::newRow("date as a number") << dateWith("'first':5,'firstType':'int'")
+                                          << "'f.first' must be a date and time";
+        QTest::newRow("date as a boolean") << dateWith("'first':true") << "'f.first' must be a date and time";
+        QTest::newRow("second date as a text")
+            << dateWith("'first':'2030-05-01T09:00:00.000','firstType':'QDateTime','second':'later',"
+                        "'secondType':'QString'")
+            << "'f.second' must be a date and time";
     }
     void jsonErrors()
     {

@@ -59,7 +59,7 @@ std::unique_ptr<CallRecord> call(int id, const CharString &function, const Varia
 {
     auto record = std::make_unique<CallRecord>();
     if (Controller::thisPtr->startFunc(id, function, arguments, new RecordingCb(record.get())) == 0)
-        static_cast<void>(QTest::qWaitFor([&record] { return record->deleted; }));
+        static_cast<void>(QTest::qWaitFor([&record] { return record->deleted; }, 60000));
     return record;
 }
 
@@ -104,6 +104,23 @@ function spin() { while (true) { } }
 function nothingBack() { }
 )";
 
+// Answers at and beyond the documented bounds of a script answer: 100000
+// values, 64 levels of nesting, read within the script timeout.
+const char BoundsLibrarySource[] = R"(
+function holes(n) { var a = []; a.length = n; return a; }
+function doubled(n) { var v = 1; for (var i = 0; i < n; ++i) v = [v, v]; return v; }
+function nested(n) { var v = 1; for (var i = 0; i < n; ++i) v = [v]; return v; }
+function throwingGetter() { return { a: 1, get b() { throw new Error("no b"); } }; }
+function throwingIndex() {
+    var a = [1, 2];
+    Object.defineProperty(a, 1, { get: function () { throw "no second"; } });
+    return a;
+}
+function slowGetter() {
+    return { get slow() { var end = Date.now() + 3000; while (Date.now() < end) { } return 1; } };
+}
+)";
+
 } // namespace
 
 class TestController : public QObject
@@ -117,6 +134,7 @@ private slots:
             {{QStringLiteral("echo"), [](const DynVar &a) -> Variable * { return a.clone(); }},
              {QStringLiteral("nothing"), [](const DynVar &) -> Variable * { return nullptr; }}});
         m_project.write(QStringLiteral("scripts/libs/jslib.js"), LibrarySource);
+        m_project.write(QStringLiteral("scripts/libs/bounds.js"), BoundsLibrarySource);
     }
 
     void answersArriveOnlyFromTheEventLoop()
@@ -301,6 +319,60 @@ private slots:
         const auto after = call(id, "callCount", DynVar());
         QVERIFY(after->result);
         QCOMPARE(after->result->getType(), INTEGER_VAR);
+    }
+
+    void answersUpToTheBoundsArrive()
+    {
+        const int id = checkIn(QStringLiteral("bounds"));
+        const IntegerVar count(99999); // with the array itself, 100000 values
+        const auto flat = call(id, "holes", args({&count}));
+        QVERIFY(flat->result);
+        QCOMPARE(static_cast<const DynVar &>(*flat->result).count(), 99999);
+        QCOMPARE(*static_cast<const DynVar &>(*flat->result).at(99998), MixedVar());
+
+        const IntegerVar levels(64);
+        const auto deep = call(id, "nested", args({&levels}));
+        QVERIFY(deep->result);
+        QCOMPARE(deep->result->getType(), DYN_VAR);
+    }
+
+    void answersBeyondTheBoundsAreRefused_data()
+    {
+        QTest::addColumn<QString>("function");
+        QTest::addColumn<int>("argument");
+        QTest::addColumn<QStringList>("expectedInLog");
+        QTest::newRow("one value too many")
+            << "holes" << 100000 << QStringList{"more than 100000 values (an array of 100000 elements)"};
+        QTest::newRow("doubled 17 times") << "doubled" << 17 << QStringList{"more than 100000 values"};
+        QTest::newRow("one level too deep") << "nested" << 65 << QStringList{"deeper than 64 levels"};
+        QTest::newRow("throwing getter") << "throwingGetter" << 0 << QStringList{"'b'", "Error: no b"};
+        QTest::newRow("throwing index") << "throwingIndex" << 0 << QStringList{"'1'", "no second"};
+        QTest::newRow("getter beyond the timeout") << "slowGetter" << 0 << QStringList{"interrupted after 200 ms"};
+    }
+    void answersBeyondTheBoundsAreRefused()
+    {
+        QFETCH(QString, function);
+        QFETCH(int, argument);
+        QFETCH(QStringList, expectedInLog);
+        const int id = checkIn(QStringLiteral("bounds"));
+        // Only the getter is to run into the timeout; the others are refused
+        // for their size, whatever the speed of the machine.
+        const bool timed = function == QLatin1String("slowGetter");
+        Controller::thisPtr->setScriptTimeout(timed ? 200 : 60000);
+        PlatformLogCapture log;
+        const IntegerVar arg(argument);
+        const auto record = call(id, CharString::fromQString(function), args({&arg}));
+        Controller::thisPtr->setScriptTimeout(5000);
+        QCOMPARE(record->executed, 1);
+        QVERIFY(record->gotNull);
+        QCOMPARE(log.lines().size(), 1);
+        for (const QString &part : expectedInLog)
+            QVERIFY2(log.all().contains(part), qPrintable(log.all()));
+
+        // The library keeps working afterwards.
+        const IntegerVar one(1);
+        const auto after = call(id, "nested", args({&one}));
+        QVERIFY(after->result);
     }
 
     void libraryRunsOncePerProcessAndLastPathWins()
