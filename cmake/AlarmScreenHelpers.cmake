@@ -7,9 +7,11 @@ function(as_target_warnings target)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
   if(AS_SANITIZE)
-    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-omit-frame-pointer
-                           -fno-sanitize-recover=undefined)
-    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+    # GCC leaves float-cast-overflow out of "undefined": a double beyond the
+    # range of the integer it is converted to.
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined,float-cast-overflow
+                           -fno-omit-frame-pointer -fno-sanitize-recover=undefined,float-cast-overflow)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined,float-cast-overflow)
   endif()
 endfunction()
 

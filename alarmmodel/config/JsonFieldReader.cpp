@@ -6,6 +6,9 @@
 #include <QJsonDocument>
 #include <QJsonValue>
 
+#include <cmath>
+#include <limits>
+
 JsonFieldReader::JsonFieldReader(const QJsonObject &object, const QString &path, QString &error)
     : m_object(object), m_path(path), m_error(error)
 {
@@ -39,6 +42,18 @@ bool present(bool ok, const QJsonObject &object, const QString &key, QJsonValue 
     value = object.value(key);
     return true;
 }
+
+// A JSON number that is an int. The range is checked before converting: a
+// double beyond it has no int value to convert to.
+bool integerValue(const QJsonValue &value, int &out)
+{
+    const double d = value.toDouble();
+    if (!value.isDouble() || !(d >= std::numeric_limits<int>::min() && d <= std::numeric_limits<int>::max())
+        || std::trunc(d) != d)
+        return false;
+    out = static_cast<int>(d);
+    return true;
+}
 } // namespace
 
 bool JsonFieldReader::readString(const QString &key, QString &out, bool required)
@@ -68,10 +83,8 @@ bool JsonFieldReader::readInt(const QString &key, int &out, bool required)
     QJsonValue v;
     if (!present(m_ok, m_object, key, v))
         return m_ok && (!required || fail(QStringLiteral("'%1' is missing").arg(fieldPath(key))));
-    const double d = v.toDouble();
-    if (!v.isDouble() || d != static_cast<double>(static_cast<int>(d)))
+    if (!integerValue(v, out))
         return wrongType(key, "an integer");
-    out = static_cast<int>(d);
     return true;
 }
 
@@ -201,13 +214,13 @@ bool JsonFieldReader::readValueSourceCode(const QString &key, int &out)
     if (!present(m_ok, m_object, key, v))
         return m_ok;
     Constants::ValueSource named = Constants::ValueSourceAlarm;
-    if (v.isString() && Constants::valueSourceFromKey(v.toString(), named))
+    if (v.isString() && Constants::valueSourceFromKey(v.toString(), named)) {
         out = named;
-    else if (v.isDouble() && v.toDouble() == v.toInt())
-        out = v.toInt();
-    else
-        return wrongType(key, "a value source name (Alarm, DpConfig, Derived) or an integer");
-    return true;
+        return true;
+    }
+    if (integerValue(v, out))
+        return true;
+    return wrongType(key, "a value source name (Alarm, DpConfig, Derived) or an integer");
 }
 
 QJsonValue JsonFieldReader::valueSourceCodeToJson(int code)

@@ -20,8 +20,8 @@
 // expression's "."; characters beyond the BMP against a "?").
 //
 // Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
-// character, "\" makes the next character literal ("\*", "\?", "\\"). Line
-// breaks are characters like any other.
+// character, "\" makes the next character literal ("\*", "\?", "\\"). A
+// character is a code point (a surrogate pair is one), line breaks included.
 class ALARMMODEL_EXPORT TextMatcher
 {
 public:

@@ -16,33 +16,31 @@
 #include <limits>
 
 namespace {
-// Answers {keys, values} (keys null for an array), {tooMany: length} when the
-// container has more members than `limit` (length null for an object), or
-// {failed: key, error: thrown} when reading a member threw. Keys are listed
-// with for-in, as the engine's Object.keys runs the getters. The built-ins it
-// needs are taken before any library runs, which might replace them.
+// Answers an array: the values of an array's elements, or key and value of
+// each member of an object in turn. A problem is answered with an object
+// instead: {tooMany: length} when the container has more members than
+// `limit` (length null for an object), {failed: key, error: thrown} when
+// reading a member threw. Keys are listed with for-in, as the engine's
+// Object.keys runs the getters. The built-ins it needs are taken before any
+// library runs, which might replace them.
 const char ReadMembersSource[] =
     "(function (isArray, hasOwn) {\n"
     "    return function (o, limit) {\n"
-    "        var array = isArray(o), keys = null, count;\n"
+    "        var key = null, out = [];\n"
     "        try {\n"
-    "            if (array) {\n"
-    "                count = o.length;\n"
+    "            if (isArray(o)) {\n"
+    "                var length = o.length;\n"
+    "                if (length > limit) return { tooMany: length };\n"
+    "                for (key = 0; key < length; ++key) out.push(o[key]);\n"
     "            } else {\n"
-    "                keys = [];\n"
+    "                var keys = [];\n"
     "                for (var k in o) {\n"
     "                    if (hasOwn(o, k) && keys.push(k) > limit) return { tooMany: null };\n"
     "                }\n"
-    "                count = keys.length;\n"
+    "                for (var i = 0; i < keys.length; ++i) { key = keys[i]; out.push(key, o[key]); }\n"
     "            }\n"
-    "        } catch (e) { return { failed: null, error: e }; }\n"
-    "        if (count > limit) return { tooMany: count };\n"
-    "        var values = new Array(count);\n"
-    "        for (var i = 0; i < count; ++i) {\n"
-    "            var key = array ? i : keys[i];\n"
-    "            try { values[i] = o[key]; } catch (e) { return { failed: String(key), error: e }; }\n"
-    "        }\n"
-    "        return { keys: keys, values: values };\n"
+    "        } catch (e) { return { failed: key === null ? null : String(key), error: e }; }\n"
+    "        return out;\n"
     "    };\n"
     "})(Array.isArray, Function.prototype.call.bind(Object.prototype.hasOwnProperty))";
 
@@ -148,27 +146,26 @@ std::unique_ptr<Variable> JsValueConverter::containerFromJs(const QJSValue &valu
         error = QStringLiteral("reading the members failed: %1").arg(members.toString());
         return nullptr;
     }
-    if (members.hasOwnProperty(QStringLiteral("tooMany"))) {
-        const QJSValue length = members.property(QStringLiteral("tooMany"));
-        error = QStringLiteral("more than %1 values").arg(MaxValues);
-        if (!length.isNull())
-            error += QStringLiteral(" (an array of %1 elements)").arg(length.toString());
+    if (!members.isArray()) {
+        if (members.hasOwnProperty(QStringLiteral("tooMany"))) {
+            const QJSValue length = members.property(QStringLiteral("tooMany"));
+            error = QStringLiteral("more than %1 values").arg(MaxValues);
+            if (!length.isNull())
+                error += QStringLiteral(" (an array of %1 elements)").arg(length.toString());
+        } else {
+            const QJSValue key = members.property(QStringLiteral("failed"));
+            const QString what = key.isNull() ? QStringLiteral("the members")
+                                              : QStringLiteral("member '%1'").arg(key.toString());
+            error = QStringLiteral("reading %1 threw: %2")
+                        .arg(what, members.property(QStringLiteral("error")).toString());
+        }
         return nullptr;
     }
-    if (members.hasOwnProperty(QStringLiteral("failed"))) {
-        const QJSValue key = members.property(QStringLiteral("failed"));
-        const QString what = key.isNull() ? QStringLiteral("the members")
-                                          : QStringLiteral("member '%1'").arg(key.toString());
-        error = QStringLiteral("reading %1 threw: %2").arg(what, members.property(QStringLiteral("error")).toString());
-        return nullptr;
-    }
-    const QJSValue keys = members.property(QStringLiteral("keys"));
-    const QJSValue values = members.property(QStringLiteral("values"));
-    const quint32 count = values.property(QStringLiteral("length")).toUInt();
+    const quint32 length = members.property(QStringLiteral("length")).toUInt();
     if (isArray) {
         auto dyn = std::make_unique<DynVar>();
-        for (quint32 i = 0; i < count; ++i) {
-            std::unique_ptr<Variable> item = fromJsNested(values.property(i), depth + 1, budget, error);
+        for (quint32 i = 0; i < length; ++i) {
+            std::unique_ptr<Variable> item = fromJsNested(members.property(i), depth + 1, budget, error);
             if (!item)
                 return nullptr;
             dyn->append(std::move(item));
@@ -176,11 +173,11 @@ std::unique_ptr<Variable> JsValueConverter::containerFromJs(const QJSValue &valu
         return dyn;
     }
     auto map = std::make_unique<MappingVar>();
-    for (quint32 i = 0; i < count; ++i) {
-        std::unique_ptr<Variable> item = fromJsNested(values.property(i), depth + 1, budget, error);
+    for (quint32 i = 0; i + 1 < length; i += 2) {
+        std::unique_ptr<Variable> item = fromJsNested(members.property(i + 1), depth + 1, budget, error);
         if (!item)
             return nullptr;
-        map->setAt(std::make_unique<TextVar>(keys.property(i).toString()), std::move(item));
+        map->setAt(std::make_unique<TextVar>(members.property(i).toString()), std::move(item));
     }
     return map;
 }

@@ -85,6 +85,10 @@ private slots:
                                           << "column 'text' is defined twice";
         QTest::newRow("unknown source") << QByteArray(good).replace("\"Derived\"", "\"Moon\"")
                                         << "'grouping.rules[0].kind' must be a value source name";
+        QTest::newRow("source code beyond the integers") << QByteArray(good).replace("\"Derived\"", "-1e10")
+                                                         << "'grouping.rules[0].kind' must be a value source name";
+        QTest::newRow("version beyond the integers")
+            << json("{'format': 'AlarmScreen.Configuration', 'version': 1e10}") << "'version' must be an integer";
         QTest::newRow("CTRL processing without function")
             << QByteArray(good).replace("\"onMouse\"", "\"\"") << "processing by CTRL needs";
         QTest::newRow("fixed list not strings") << QByteArray(good).replace("[\"low\", \"high\"]", "[\"low\", 2]")

@@ -176,6 +176,8 @@ private slots:
         QTest::newRow("fractional selection kind")
             << QByteArray(good).replace("\"selectionKind\": 1", "\"selectionKind\": 0.5")
             << "'selectionKind' must be an integer";
+        QTest::newRow("version beyond the integers")
+            << QByteArray("{\"format\":\"AlarmScreen.SourceAndFilter\",\"version\":1e10}") << "'version' must be an integer";
         QTest::newRow("bad mode") << QByteArray(good).replace("\"History\"", "\"Future\"") << "unknown source mode";
         QTest::newRow("bad time") << QByteArray(good).replace("2024-05-01T08:00:00.000Z", "yesterday")
                                   << "ISO 8601";

@@ -190,6 +190,10 @@ private slots:
                                          << QStringLiteral("grid.items[0].id") << false;
         QTest::newRow("row type") << QStringLiteral(R"({"grid": {"items": [{"id": "x", "row": "1"}]}})")
                                   << QStringLiteral("grid.items[0].row") << false;
+        QTest::newRow("row beyond the integers") << QStringLiteral(R"({"grid": {"items": [{"id": "x", "row": 1e10}]}})")
+                                                 << QStringLiteral("'grid.items[0].row' must be an integer") << false;
+        QTest::newRow("spacing beyond the integers") << QStringLiteral(R"({"grid": {"items": [], "spacing": -1e300}})")
+                                                     << QStringLiteral("'grid.spacing' must be an integer") << false;
         QTest::newRow("negative") << QStringLiteral(R"({"grid": {"items": [{"id": "x", "column": -1}]}})")
                                   << QStringLiteral("must not be negative") << false;
         QTest::newRow("twice") << QStringLiteral(R"({"grid": {"items": [{"id": "x"}, {"id": "x"}]}})")
