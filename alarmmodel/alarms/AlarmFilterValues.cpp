@@ -1,5 +1,7 @@
 #include "AlarmFilterValues.h"
 
+#include "ValueFilter.h"
+
 QVariant AlarmFilterValues::filterValue(const QString &valueId, Constants::ValueSource) const
 {
     // Every property has one meaning whichever source a filter names, so
@@ -14,4 +16,40 @@ QVariant AlarmFilterValues::valueOf(const AlarmInstance &alarm, int propIndex)
     if (propIndex == AlarmProp::State || propIndex == AlarmProp::Direction)
         return alarm.getText(propIndex);
     return alarm.getProperty(propIndex, Qt::EditRole);
+}
+
+int AlarmFilterValues::propIndexOf(const ValueFilter &filter) const
+{
+    for (const KnownFilter &known : m_known) {
+        if (known.filter == &filter && known.valueId == filter.getValueId())
+            return known.propIndex;
+    }
+    if (m_known.size() >= 64)
+        m_known.clear();
+    const int propIndex = AlarmProp::byName(filter.getValueId()).getIndex();
+    m_known.append(KnownFilter{&filter, filter.getValueId(), propIndex});
+    return propIndex;
+}
+
+bool AlarmFilterValues::passes(const ValueFilter &filter) const
+{
+    if (!m_alarm)
+        return FilterValueProvider::passes(filter);
+    const int propIndex = propIndexOf(filter);
+    switch (propIndex) {
+    case AlarmProp::Invalid:
+    case AlarmProp::Time:
+    case AlarmProp::AckTime:
+    case AlarmProp::Acknowledgeable:
+    case AlarmProp::Connection:
+    case AlarmProp::Acknowledged:
+        return filter.matches(valueOf(*m_alarm, propIndex));
+    case AlarmProp::Priority:
+        return filter.matchesInteger(m_alarm->getData().priority);
+    case AlarmProp::Value:
+        return filter.matchesDouble(m_alarm->getData().value);
+    default:
+        // The other properties are texts, the state and direction included.
+        return filter.matchesText(m_alarm->getText(propIndex));
+    }
 }

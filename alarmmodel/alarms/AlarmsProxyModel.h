@@ -110,6 +110,8 @@ private:
     struct PersistentSnapshot;
 
     bool lessThan(const AlarmInstance &a, const AlarmInstance &b) const;
+    // Sorts rows in the order of lessThan().
+    void sortRows(QVector<AlarmInstancePtr> &alarms) const;
     bool groupLess(const Node &a, const Node &b) const;
     bool isLeaf(const Node *node) const;
     Node *nodeOf(const QModelIndex &index) const;

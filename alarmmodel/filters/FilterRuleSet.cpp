@@ -36,7 +36,7 @@ bool FilterRuleSet::isEmpty() const
 bool FilterRuleSet::matches(const FilterValueProvider &values) const
 {
     for (const auto &f : m_filters) {
-        if (!f->isEmpty() && !f->matches(values.filterValue(f->getValueId(), f->getSource())))
+        if (!f->isEmpty() && !values.passes(*f))
             return false;
     }
     return true;

@@ -86,6 +86,45 @@ uint folded(uint c, Qt::CaseSensitivity cs)
     return cs == Qt::CaseInsensitive && c < AnyOne ? QChar::toCaseFolded(c) : c;
 }
 
+inline uint foldedUnit(uint u, Qt::CaseSensitivity cs)
+{
+    if (cs == Qt::CaseSensitive)
+        return u;
+    if (u < 0x80)
+        return u >= 'A' && u <= 'Z' ? u + ('a' - 'A') : u;
+    return QChar::toCaseFolded(u);
+}
+
+bool isLineBreak(ushort u)
+{
+    return u == '\n' || u == '\r' || u == 0x0b || u == 0x0c || u == 0x85 || u == 0x2028 || u == 0x2029;
+}
+
+// Reads a regular expression made only of literal characters, "." and ".*"
+// into wildcard tokens; false for anything else (classes, anchors, groups,
+// other quantifiers, escapes), which the engine keeps.
+bool readSimpleExpression(const QString &pattern, QVector<uint> &tokens)
+{
+    static const QString special = QStringLiteral("\\^$|?*+()[]{}");
+    for (int i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern.at(i);
+        if (c == QLatin1Char('.')) {
+            if (i + 1 < pattern.size() && pattern.at(i + 1) == QLatin1Char('*')) {
+                ++i;
+                if (tokens.isEmpty() || tokens.last() != AnyRun)
+                    tokens << AnyRun;
+            } else {
+                tokens << AnyOne;
+            }
+        } else if (special.contains(c) || c.isSurrogate()) {
+            return false;
+        } else {
+            tokens << c.unicode();
+        }
+    }
+    return true;
+}
+
 TextMatcher::Answer answerOf(bool match)
 {
     return match ? TextMatcher::Match : TextMatcher::NoMatch;
@@ -123,6 +162,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
     m_text.clear();
     m_regex = QRegularExpression();
     m_wildcard.clear();
+    m_segments.clear();
     QRegularExpression::PatternOptions options = cs == Qt::CaseInsensitive ? QRegularExpression::CaseInsensitiveOption
                                                                             : QRegularExpression::NoPatternOption;
     switch (method) {
@@ -167,11 +207,21 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         // Alarm texts and descriptions hold line breaks, and a wildcard
         // stands for any character.
         options |= QRegularExpression::DotMatchesEverythingOption;
+        m_regex.setPatternOptions(options);
+        if (setSegments(tokens, wholeText, false))
+            return true;
         break;
     }
-    case RegularExpression:
+    case RegularExpression: {
         m_regex.setPattern(wholeText ? QRegularExpression::anchoredPattern(pattern) : pattern);
+        QVector<uint> tokens;
+        if (readSimpleExpression(pattern, tokens)) {
+            m_regex.setPatternOptions(options);
+            if (m_regex.isValid() && setSegments(tokens, wholeText, true))
+                return true;
+        }
         break;
+    }
     default:
         m_kind = Invalid;
         if (error)
@@ -205,6 +255,15 @@ TextMatcher::Answer TextMatcher::answer(const QString &text) const
         return answerOf(text.endsWith(m_text, m_cs));
     case Contains:
         return answerOf(m_finder.indexIn(text) >= 0);
+    case Segments: {
+        const Answer answer = segmentsAnswer(text);
+        if (answer != Undecided)
+            return answer;
+        if (!m_wildcard.isEmpty())
+            return answerOf(wildcardMatches(text));
+        const QRegularExpressionMatch match = m_regex.match(text);
+        return match.isValid() ? answerOf(match.hasMatch()) : Undecided;
+    }
     case Regex: {
         // An invalid match is no answer: the engine gave up (backtracking
         // beyond its limits, or a text that is not well-formed UTF-16).
@@ -219,6 +278,112 @@ TextMatcher::Answer TextMatcher::answer(const QString &text) const
         break;
     }
     return NoMatch;
+}
+
+bool TextMatcher::setSegments(const QVector<uint> &tokens, bool wholeText, bool dotStopsAtLineBreak)
+{
+    // Characters beyond the BMP in the pattern are left to the code point
+    // matcher or the engine, and so is an empty expression (which only
+    // matches an empty text when anchored).
+    if (tokens.isEmpty())
+        return false;
+    for (const uint c : tokens) {
+        if (c < AnyOne && (c > 0xffff || QChar::isSurrogate(c)))
+            return false;
+    }
+    QVector<Segment> segments;
+    Segment current;
+    for (const uint c : tokens) {
+        if (c == AnyRun) {
+            if (!current.units.isEmpty())
+                segments << current;
+            current = Segment();
+        } else if (c == AnyOne) {
+            current.units << -1;
+            current.anyOne = true;
+        } else {
+            current.units << int(foldedUnit(c, m_cs));
+        }
+    }
+    if (!current.units.isEmpty())
+        segments << current;
+    m_segmentsAnyOne = false;
+    for (Segment &segment : segments) {
+        m_segmentsAnyOne = m_segmentsAnyOne || segment.anyOne;
+        if (!segment.anyOne) {
+            QString text;
+            for (const int u : segment.units)
+                text += QChar(ushort(u));
+            segment.finder = QStringMatcher(text, m_cs);
+        }
+    }
+    m_segments = segments;
+    m_segmentsFromStart = wholeText && !tokens.isEmpty() && tokens.first() != AnyRun;
+    m_segmentsToEnd = wholeText && !tokens.isEmpty() && tokens.last() != AnyRun;
+    m_segmentsStopAtLineBreak = dotStopsAtLineBreak;
+    m_kind = Segments;
+    return true;
+}
+
+bool TextMatcher::segmentAt(const QString &text, int pos, const Segment &segment) const
+{
+    const QChar *t = text.constData() + pos;
+    for (int k = 0; k < segment.units.size(); ++k) {
+        const int p = segment.units.at(k);
+        if (p >= 0 && foldedUnit(t[k].unicode(), m_cs) != uint(p))
+            return false;
+    }
+    return true;
+}
+
+int TextMatcher::findSegment(const QString &text, int from, int to, const Segment &segment) const
+{
+    if (!segment.anyOne)
+        return segment.finder.indexIn(text.constData(), to, from);
+    for (int pos = from; pos + segment.units.size() <= to; ++pos) {
+        if (segmentAt(text, pos, segment))
+            return pos;
+    }
+    return -1;
+}
+
+TextMatcher::Answer TextMatcher::segmentsAnswer(const QString &text) const
+{
+    // A "?" counts code points and a regular expression's "." stops at line
+    // breaks: texts where units and code points or line breaks matter are
+    // answered by the slower matchers.
+    if (m_segmentsAnyOne || m_segmentsStopAtLineBreak) {
+        for (const QChar c : text) {
+            const ushort u = c.unicode();
+            if ((m_segmentsAnyOne && QChar::isSurrogate(u)) || (m_segmentsStopAtLineBreak && isLineBreak(u)))
+                return Undecided;
+        }
+    }
+    int from = 0;
+    int to = text.size();
+    int first = 0;
+    int last = m_segments.size();
+    if (m_segmentsFromStart && first < last) {
+        const Segment &segment = m_segments.at(first++);
+        if (segment.units.size() > to || !segmentAt(text, 0, segment))
+            return NoMatch;
+        from = segment.units.size();
+    }
+    if (m_segmentsToEnd && first < last) {
+        const Segment &segment = m_segments.at(--last);
+        if (to - segment.units.size() < from || !segmentAt(text, to - segment.units.size(), segment))
+            return NoMatch;
+        to -= segment.units.size();
+    } else if (m_segmentsToEnd && from != to) {
+        return NoMatch; // a single segment that must span the whole text
+    }
+    for (int i = first; i < last; ++i) {
+        const int pos = findSegment(text, from, to, m_segments.at(i));
+        if (pos < 0)
+            return NoMatch;
+        from = pos + m_segments.at(i).units.size();
+    }
+    return Match;
 }
 
 bool TextMatcher::wildcardMatches(const QString &text) const

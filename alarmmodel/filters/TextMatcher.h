@@ -12,8 +12,12 @@
 //
 // Filters match the same pattern against many thousands of values, so the
 // pattern is analysed once: wildcard patterns that are really a plain text,
-// a prefix, a suffix or an infix are matched with string comparisons, and only
-// the others become a (pre-optimised) regular expression.
+// a prefix, a suffix or an infix are matched with string comparisons, other
+// wildcard patterns (and regular expressions made only of literal characters,
+// "." and ".*") as literal segments between stars, searched in order. The
+// expression engine only sees the remaining regular expressions, and the texts
+// a segment search cannot answer alone (line breaks against a regular
+// expression's "."; characters beyond the BMP against a "?").
 //
 // Wildcard syntax: "*" any sequence of characters (also none), "?" exactly one
 // character, "\" makes the next character literal ("\*", "\?", "\\"). A
@@ -50,9 +54,21 @@ public:
     static QString wildcardToRegularExpression(const QString &pattern);
 
 private:
-    enum Kind { MatchAll, Equal, StartsWith, EndsWith, Contains, Regex, Invalid };
+    enum Kind { MatchAll, Equal, StartsWith, EndsWith, Contains, Segments, Regex, Invalid };
+
+    // A run of a pattern between two stars: UTF-16 units, case folded unless
+    // case counts, -1 for "?".
+    struct Segment {
+        QVector<int> units;
+        bool anyOne = false;
+        QStringMatcher finder; // for segments without "?"
+    };
 
     void setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd);
+    bool setSegments(const QVector<uint> &tokens, bool wholeText, bool dotStopsAtLineBreak);
+    Answer segmentsAnswer(const QString &text) const;
+    bool segmentAt(const QString &text, int pos, const Segment &segment) const;
+    int findSegment(const QString &text, int from, int to, const Segment &segment) const;
     bool wildcardMatches(const QString &text) const;
 
     Kind m_kind = MatchAll;
@@ -64,4 +80,11 @@ private:
     // folded unless case counts, framed by stars when it may match anywhere;
     // empty for regular expressions.
     QVector<uint> m_wildcard;
+    QVector<Segment> m_segments;
+    bool m_segmentsFromStart = false;
+    bool m_segmentsToEnd = false;
+    bool m_segmentsAnyOne = false;
+    // Set when the segments come from a regular expression, whose "." does
+    // not match a line break.
+    bool m_segmentsStopAtLineBreak = false;
 };

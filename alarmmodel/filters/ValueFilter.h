@@ -45,7 +45,7 @@ public:
     // when called on an editor that derives from a kind).
     virtual QSharedPointer<ValueFilter> clone() const = 0;
 
-    QString getValueId() const { return m_valueId; }
+    const QString &getValueId() const { return m_valueId; }
     Constants::ValueSource getSource() const { return m_source; }
     const WildcardConfig &getWildcardConfig() const { return m_filterWildcards; }
     void setWildcardConfig(const WildcardConfig &config);
@@ -64,6 +64,11 @@ public:
     // Whether one value of the property passes this filter (an empty filter
     // passes everything).
     virtual bool matches(const QVariant &value) const = 0;
+    // The same answer for a value at hand unboxed: kinds that look at texts or
+    // numbers override these to skip the QVariant.
+    virtual bool matchesText(const QString &text) const { return matches(QVariant(text)); }
+    virtual bool matchesInteger(int value) const { return matches(QVariant(value)); }
+    virtual bool matchesDouble(double value) const { return matches(QVariant(value)); }
 
     // Same kind, property, source, case rule and content. The wildcard
     // configuration is not compared: it belongs to the screen, not to the filter.

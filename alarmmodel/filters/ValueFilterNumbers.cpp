@@ -147,8 +147,13 @@ bool ValueFilterNumbers::matches(const QVariant &value) const
         return true;
     bool ok = false;
     const double v = value.toDouble(&ok);
-    if (!ok)
-        return false;
+    return ok && matchesNumber(v);
+}
+
+bool ValueFilterNumbers::matchesNumber(double v) const
+{
+    if (m_rules.isEmpty())
+        return true;
     bool plainMatched = !m_hasPlainRules;
     for (const Rule &rule : m_rules) {
         if (rule.negated) {

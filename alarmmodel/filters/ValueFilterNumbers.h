@@ -43,6 +43,9 @@ public:
     bool isEmpty() const override { return m_rules.isEmpty(); }
     QString describeContent() const override;
     bool matches(const QVariant &value) const override;
+    bool matchesInteger(int value) const override { return matchesNumber(value); }
+    bool matchesDouble(double value) const override { return matchesNumber(value); }
+    bool matchesNumber(double value) const;
 
     // The syntax of one rule: "^(!)?([><])?(-?[\d\.]+)(?:-(-?[\d\.]+))?$"; groups
     // 1 negation, 2 comparison, 3 first number, 4 the range's second number.

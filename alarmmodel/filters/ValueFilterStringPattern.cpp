@@ -101,7 +101,11 @@ QString ValueFilterStringPattern::describeContent() const
 
 bool ValueFilterStringPattern::matches(const QVariant &value) const
 {
-    const QString text = value.toString();
+    return matchesText(value.toString());
+}
+
+bool ValueFilterStringPattern::matchesText(const QString &text) const
+{
     if (!m_includesAll && !m_includes.isEmpty()) {
         bool included = false;
         for (const TextMatcher &m : m_includes) {

@@ -41,6 +41,7 @@ public:
     bool isEmpty() const override;
     QString describeContent() const override;
     bool matches(const QVariant &value) const override;
+    bool matchesText(const QString &text) const override;
 
     // Splits a pattern text at unescaped ";" and ","; the escape before a
     // separator is removed, other escapes are kept; parts are trimmed and empty

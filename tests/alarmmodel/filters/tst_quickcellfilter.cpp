@@ -1,5 +1,6 @@
 #include "LogCapture.h"
 #include "QuickCellFilter.h"
+#include "TextMatcher.h"
 
 #include <QtTest>
 
@@ -93,6 +94,77 @@ private slots:
         QVERIFY(!f.matches(QStringLiteral("b")));
         QCOMPARE(log.lines().size(), 1);
         QVERIFY2(log.lines().first().contains(QLatin1String("(a+)+$")), qPrintable(log.lines().first()));
+    }
+
+    // The fast paths (substring search, segments between stars, simple
+    // expressions read as segments) against the expression engine on the
+    // same generated cells: every mode, case rule and anchoring, cells with
+    // capitals, line breaks, characters beyond the BMP and case-folding
+    // oddities (Kelvin sign, long s).
+    void fastPathsAgreeWithTheExpressionEngine()
+    {
+        const QStringList pieces = {QStringLiteral("Pump"), QStringLiteral("pump"), QStringLiteral("PUMP 7"),
+                                    QStringLiteral("7"), QStringLiteral("\n"), QStringLiteral("\r\n"),
+                                    QStringLiteral("a"), QStringLiteral("\u212a"), QStringLiteral("\u017f"),
+                                    QStringLiteral("\U0001F600"), QStringLiteral("\U00010428"), QStringLiteral("x?y"),
+                                    QStringLiteral("*"), QStringLiteral("."), QStringLiteral(" ")};
+        QRandomGenerator random(4711);
+        QStringList cells{QString()};
+        for (int i = 0; i < 3000; ++i) {
+            QString cell;
+            for (int n = int(random.bounded(6)); n > 0; --n)
+                cell += pieces.at(int(random.bounded(pieces.size())));
+            cells << cell;
+        }
+        struct Case {
+            int mode;
+            const char *pattern;
+        };
+        const Case cases[] = {
+            {QuickCellFilter::ModeLiteral, "pump"},       {QuickCellFilter::ModeLiteral, "p 7"},
+            {QuickCellFilter::ModeLiteral, "\xe2\x84\xaa"}, {QuickCellFilter::ModeWildcard, "pump*7"},
+            {QuickCellFilter::ModeWildcard, "p?mp"},      {QuickCellFilter::ModeWildcard, "*a?*7"},
+            {QuickCellFilter::ModeWildcard, "a*?"},       {QuickCellFilter::ModeWildcard, "?"},
+            {QuickCellFilter::ModeWildcard, "s*k"},       {QuickCellFilter::ModeWildcard, "\\**\\?"},
+            {QuickCellFilter::ModeWildcard, "*p*u*m*p*"}, {QuickCellFilter::ModeRegularExpression, "pump.*7"},
+            {QuickCellFilter::ModeRegularExpression, "p.mp"}, {QuickCellFilter::ModeRegularExpression, "a.*"},
+            {QuickCellFilter::ModeRegularExpression, ".*"}, {QuickCellFilter::ModeRegularExpression, "s.k"},
+            {QuickCellFilter::ModeRegularExpression, "7"},
+        };
+        for (const Case &c : cases) {
+            const QString pattern = QString::fromUtf8(c.pattern);
+            QString expression = pattern;
+            QRegularExpression::PatternOptions options = QRegularExpression::NoPatternOption;
+            if (c.mode == QuickCellFilter::ModeLiteral) {
+                expression = QRegularExpression::escape(pattern);
+            } else if (c.mode == QuickCellFilter::ModeWildcard) {
+                expression = TextMatcher::wildcardToRegularExpression(pattern);
+                options |= QRegularExpression::DotMatchesEverythingOption;
+            }
+            for (const bool matchCase : {false, true}) {
+                for (const bool fullColumn : {false, true}) {
+                    QuickCellFilter filter;
+                    filter.setMode(c.mode);
+                    filter.setMatchCase(matchCase);
+                    filter.setMatchFullColumn(fullColumn);
+                    QVERIFY(filter.setString(pattern));
+                    const QRegularExpression re(
+                        fullColumn ? QRegularExpression::anchoredPattern(expression) : expression,
+                        options | (matchCase ? QRegularExpression::NoPatternOption
+                                             : QRegularExpression::CaseInsensitiveOption));
+                    QVERIFY(re.isValid());
+                    for (const QString &cell : cells) {
+                        if (filter.matches(cell) != re.match(cell).hasMatch())
+                            QFAIL(qPrintable(QStringLiteral("'%1' (mode %2, case %3, full %4) on '%5'")
+                                                 .arg(pattern)
+                                                 .arg(c.mode)
+                                                 .arg(matchCase)
+                                                 .arg(fullColumn)
+                                                 .arg(cell)));
+                    }
+                }
+            }
+        }
     }
 
     void emptyFiltersAndEquality()
