@@ -115,8 +115,13 @@ QMap<QString, QSharedPointer<Color>> ColorEngine::parseColorDatabaseFile(const M
 {
     QMap<QString, QSharedPointer<Color>> colors;
     QFile in(file);
-    if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!in.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        // Said once, at loading: otherwise the operator only sees black where
+        // the colours of this file should be, with nothing to say why.
+        ASLOG(producer, MsgLoggerEnums::Warning,
+              QStringLiteral("color database cannot be read, skipped: %1 (%2)").arg(file, in.errorString()));
         return colors;
+    }
     QTextStream stream(&in);
     while (!stream.atEnd()) {
         const QSharedPointer<Color> color = parseColorLine(producer, stream.readLine());

@@ -130,7 +130,7 @@ private slots:
         QCOMPARE(files, (QVector<QString>{project.filePath("colorDB/B"), project.filePath("colorDB/c"),
                                           project.filePath("colorDB/deeper/d"), sub.filePath("colorDB/a"),
                                           base.filePath("colorDB/z")}));
-        // A file that cannot be read is skipped without a word.
+        // A file that cannot be read is skipped with a warning; the others load.
         engine.addColorDatabase(project.filePath("colorDB/missing"));
         engine.loadAllColorDbs();
         Resources::setProjectPaths(previous);
@@ -148,7 +148,9 @@ private slots:
         QVERIFY(!engine.getColor("A")->getCurrentColor().isValid());
         QVERIFY(!engine.getColor("Loop")->getCurrentColor().isValid());
         QCOMPARE(problems(log),
-                 (QStringList{"2|the syntax of color line was not recognized: nonsense",
+                 (QStringList{"2|color database cannot be read, skipped: " + project.filePath("colorDB/missing") +
+                                  " (No such file or directory)",
+                              "2|the syntax of color line was not recognized: nonsense",
                               "3|infinite loop detected while searching for alias: Loop, search stack is Loop",
                               "3|alias 'Nowhere' is not found in loaded colors"}));
 
