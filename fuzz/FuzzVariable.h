@@ -42,7 +42,7 @@ inline std::unique_ptr<Variable> makeVariable(FuzzedDataProvider &fdp, const QSt
     }
     case 5:
         return std::make_unique<TimeVar>(
-            QDateTime::fromMSecsSinceEpoch(fdp.ConsumeIntegralInRange<qint64>(-1LL << 40, 1LL << 42), Qt::UTC));
+            QDateTime::fromMSecsSinceEpoch(fdp.ConsumeIntegralInRange<qint64>(-(1LL << 40), 1LL << 42), Qt::UTC));
     case 6: return std::make_unique<MixedVar>();
     case 7: {
         auto dyn = std::make_unique<DynVar>();

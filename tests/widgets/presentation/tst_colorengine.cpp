@@ -109,6 +109,17 @@ private slots:
         }
     }
 
+    void componentsOutOfRangeGiveNoColour()
+    {
+        // Found by fuzzing: a component too large for an int was scaled
+        // into an int regardless.
+        LogCapture log;
+        for (const char *line : {R"("Big" N [5067418155074074696,0,0])", R"("Big" N {5067418155074074696,0,0})",
+                                 R"("Big" N [101,0,0])", R"("Big" N {0,256,0})"})
+            QVERIFY2(!ColorEngine::parseColorLine(&log.producer, QString::fromLatin1(line)), line);
+        QVERIFY(ColorEngine::parseColorLine(&log.producer, QStringLiteral(R"("Ok" N [100,0,0])")));
+    }
+
     void databasesAliasesAndPalette()
     {
         // Two project paths and a base path; reading goes from the last
