@@ -7,6 +7,7 @@
 // - a tab page of 30 pattern editors with their labels, against the same
 //   page made of 30 plain QLineEdits; target under 50 ms.
 
+#include "BenchCommon.h"
 #include "AlarmFilterValues.h"
 #include "AlarmInstance.h"
 #include "AlarmProp.h"
@@ -25,23 +26,11 @@
 
 #include <functional>
 
+using BenchCommon::bestOf;
+
 namespace {
 
 QTextStream out(stdout);
-
-double bestOf(int repeat, const std::function<void()> &work)
-{
-    double best = -1;
-    for (int i = 0; i < repeat; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        const double ms = double(timer.nsecsElapsed()) / 1e6;
-        if (best < 0 || ms < best)
-            best = ms;
-    }
-    return best;
-}
 
 QVector<QSharedPointer<AlarmInstance>> makeAlarms(int count)
 {
