@@ -1,6 +1,7 @@
 #include "StructuredFilterPageBuilder.h"
 
 #include "AlarmScreenConfiguration.h"
+#include "StringPatternEditor.h"
 #include "TextRuleTableEditor.h"
 #include "ValueFilterFixed.h"
 #include "WEditFilterRuleDate.h"
@@ -54,6 +55,14 @@ WFilter *ruleTableEditor(const WildcardConfig &config, const QString &columnId, 
     return new TextRuleTableEditor(config, columnId, source, nullptr);
 }
 
+WFilter *patternEditor(const WildcardConfig &config, const QString &columnId, Constants::ValueSource source,
+                       const QString &title)
+{
+    auto *editor = new StringPatternEditor(config, columnId, source, nullptr);
+    editor->setToolTip(QObject::tr("Patterns for %1, separated by ';' (Ctrl+E completes)").arg(title));
+    return editor;
+}
+
 } // namespace
 
 StructuredFilterPageBuilder::StructuredFilterPageBuilder(const MsgLoggingProducer *logger)
@@ -65,6 +74,7 @@ StructuredFilterPageBuilder::StructuredFilterPageBuilder(const MsgLoggingProduce
 StructuredFilterPageBuilder::EditorKinds StructuredFilterPageBuilder::standardEditorKinds()
 {
     EditorKinds kinds;
+    kinds.insert(AlarmProp::Text, {patternEditor, true});
     kinds.insert(AlarmProp::Boolean, {toggleEditor, false});
     kinds.insert(AlarmProp::Integer, {numbersEditor, false});
     kinds.insert(AlarmProp::Number, {numbersEditor, false});

@@ -5,10 +5,13 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SourceUi.h"
+#include "SingleLineTextEdit.h"
+#include "StringPatternEditor.h"
 #include "StructuredFilterPageBuilder.h"
 #include "TabbedStructuredFilterUi.h"
 #include "TestProject.h"
 #include "ValueFilterFixed.h"
+#include "ValueFilterStringPattern.h"
 #include "WEditFilterRuleDate.h"
 #include "WEditFilterRuleNumbers.h"
 #include "WEditFilterRuleSingleValue.h"
@@ -124,7 +127,8 @@ private slots:
         QVERIFY(QFile::copy(QStringLiteral(AS_STANDARD_PANEL_MODULE),
                             project.path() + QStringLiteral("/bin/plugins/standardpanel.so")));
         Resources::setProjectPaths({project.path() + QLatin1Char('/')});
-        const AlarmScreenConfiguration config = configuration({column(QStringLiteral("acknowledged"))});
+        const AlarmScreenConfiguration config =
+            configuration({column(QStringLiteral("acknowledged")), column(QStringLiteral("description"))});
 
         SourceAndFiltersUiFactory factory(&config);
         QScopedPointer<SourceAndFiltersUi> panel(factory.create(config, nullptr));
@@ -140,24 +144,29 @@ private slots:
         auto *toggle = tabs->getFilterTabs().first()->findChild<WFixedFilterToggleButton *>();
         QVERIFY(toggle);
         QCOMPARE(toggle->getColumnId(), QStringLiteral("acknowledged"));
+        auto *text = tabs->getFilterTabs().first()->findChild<StringPatternEditor *>();
+        QVERIFY(text);
+        QCOMPARE(text->getColumnId(), QStringLiteral("description"));
 
         // An edit in the tab reaches the owner through the panel, merged with the source.
         QSignalSpy changed(panel.data(), &SourceAndFiltersUi::structuredFilterChanged);
         QSignalSpy applied(panel.data(), &SourceAndFiltersUi::applyStructuredFilter);
         toggle->findChild<QToolButton *>()->click();
         QCOMPARE(changed.count(), 1);
+        QTest::keyClicks(text->getTextEdit(), QStringLiteral("Pump*"));
         tabs->getApplyButton()->click();
         QCOMPARE(applied.count(), 1);
         const SourceAndFilter filter = applied.first().at(0).value<SourceAndFilter>();
         QVERIFY(filter.isEqual(panel->getFilter()));
         const FilterRuleSet &set = filter.getFilterContainer()->getRuleSets().value(0);
-        QCOMPARE(set.getFilters().size(), 1);
+        QCOMPARE(set.getFilters().size(), 2);
         QVERIFY(!set.getFilters().first()->isEmpty());
+        QCOMPARE(set.getFilters().last().dynamicCast<ValueFilterStringPattern>()->getFilterText(), QStringLiteral("Pump*"));
 
         // The panel forwards display and comparison to the tabs.
         QString error;
         QCOMPARE(panel->displayFilter(SourceAndFilter(), StructuredFilterUi::BasicFilter, error), WFilter::AllDisplayed);
-        QVERIFY(panel->getFilter().getFilterContainer()->getRuleSets().value(0).getFilters().first()->isEmpty());
+        QVERIFY(panel->getFilter().getFilterContainer()->isEmpty());
         panel->compareWithFilter(filter, false);
         QVERIFY(!tabs->getNotAppliedLabel()->isHidden());
     }

@@ -182,7 +182,11 @@ void SingleLineTextEdit::focusInEvent(QFocusEvent *e)
     QTextEdit::focusInEvent(e);
     if (m_completer) {
         m_completer->setWidget(this);
-        displayCompleter();
+        // An operator walking the form with Tab passes through: an opened list
+        // would take the next Tab to complete instead of moving on.
+        const bool walking = e->reason() == Qt::TabFocusReason || e->reason() == Qt::BacktabFocusReason;
+        if (!walking)
+            displayCompleter();
     }
 }
 

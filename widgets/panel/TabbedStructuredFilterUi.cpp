@@ -28,6 +28,11 @@ TabbedStructuredFilterUi::TabbedStructuredFilterUi(const AlarmScreenConfiguratio
     m_ui->applyButton->setIcon(style()->standardIcon(QStyle::SP_DialogApplyButton));
     connect(m_ui->applyButton, &QToolButton::clicked, this, &TabbedStructuredFilterUi::applyButtonClicked);
     connect(m_ui->filterButton, &QToolButton::clicked, this, &TabbedStructuredFilterUi::filterButtonClicked);
+    // The hint keeps its room while hidden: the column must not grow when it
+    // appears (the editor may sit in a section of fixed height).
+    QSizePolicy hintPolicy = m_ui->notAppliedLabel->sizePolicy();
+    hintPolicy.setRetainSizeWhenHidden(true);
+    m_ui->notAppliedLabel->setSizePolicy(hintPolicy);
     m_ui->notAppliedLabel->hide();
     addPlusTab();
     connect(m_ui->filterTabs, &QTabWidget::tabBarClicked, this, &TabbedStructuredFilterUi::tabButtonClicked);

@@ -463,7 +463,10 @@ bool InEwoFocusProcessor::focusNextPrevEwoWidget(bool next)
         QMetaObject::invokeMethod(focus, "hidePopup", Qt::DirectConnection);
     }
     ASLOG(this, MsgLoggerEnums::Trace, QStringLiteral("Setting focus to ") + widgetName(target));
-    target->setFocus(Qt::OtherFocusReason);
+    // The walk stands for Tab: widgets that treat a Tab arrival apart (a line
+    // edit selecting its text, a pattern editor keeping its list closed) must
+    // see it as one.
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 

@@ -513,7 +513,9 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
     while (QApplication::focusWidget() != m_table && visited.size() < 40) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget *now = QApplication::focusWidget();
-        QVERIFY2(now && now != visited.last(), "Tab did not move the focus");
+        QVERIFY2(now && now != visited.last(),
+                 qPrintable(QStringLiteral("Tab did not move the focus from %1 (%2)")
+                                .arg(visited.last()->objectName(), QLatin1String(visited.last()->metaObject()->className()))));
         QVERIFY(m_window->isAncestorOf(now));
         const QRect before(visited.last()->mapTo(m_window, QPoint()), visited.last()->size());
         const QRect after(now->mapTo(m_window, QPoint()), now->size());

@@ -212,6 +212,16 @@ private slots:
         QVERIFY(!edit->getCompleter()->popup()->isVisible());
         QVERIFY(next->hasFocus());
         QCOMPARE(lost.count(), 1);
+
+        // Walking the form with Tab passes through without opening the list.
+        next->setCompletionStrings(kValues);
+        QVERIFY(processor.focusNextPrevEwoWidget(false));
+        QVERIFY(edit->hasFocus());
+        QVERIFY(!edit->getCompleter()->popup()->isVisible());
+        QTest::keyClick(edit, Qt::Key_Tab);
+        QTRY_VERIFY(next->hasFocus());
+        QVERIFY(!next->getCompleter()->popup()->isVisible());
+        QCOMPARE(edit->toPlainText(), QString());
     }
 
     void patternTextEditCompletesWords()
