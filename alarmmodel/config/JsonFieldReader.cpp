@@ -6,6 +6,9 @@
 #include <QJsonDocument>
 #include <QJsonValue>
 
+#include <cmath>
+#include <limits>
+
 JsonFieldReader::JsonFieldReader(const QJsonObject &object, const QString &path, QString &error)
     : m_object(object), m_path(path), m_error(error)
 {
@@ -69,7 +72,10 @@ bool JsonFieldReader::readInt(const QString &key, int &out, bool required)
     if (!present(m_ok, m_object, key, v))
         return m_ok && (!required || fail(QStringLiteral("'%1' is missing").arg(fieldPath(key))));
     const double d = v.toDouble();
-    if (!v.isDouble() || d != static_cast<double>(static_cast<int>(d)))
+    // The range is checked before converting: a double beyond int has no int
+    // value to compare with (the conversion itself would be undefined).
+    const bool inRange = d >= double(std::numeric_limits<int>::min()) && d <= double(std::numeric_limits<int>::max());
+    if (!v.isDouble() || !inRange || d != std::trunc(d))
         return wrongType(key, "an integer");
     out = static_cast<int>(d);
     return true;

@@ -176,6 +176,10 @@ private slots:
         QTest::newRow("fractional selection kind")
             << QByteArray(good).replace("\"selectionKind\": 1", "\"selectionKind\": 0.5")
             << "'selectionKind' must be an integer";
+        // Found by fuzzing: a number beyond int was converted before it was checked.
+        QTest::newRow("huge selection kind")
+            << QByteArray(good).replace("\"selectionKind\": 1", "\"selectionKind\": 45555555555555555555555555555555555")
+            << "'selectionKind' must be an integer";
         QTest::newRow("bad mode") << QByteArray(good).replace("\"History\"", "\"Future\"") << "unknown source mode";
         QTest::newRow("bad time") << QByteArray(good).replace("2024-05-01T08:00:00.000Z", "yesterday")
                                   << "ISO 8601";
