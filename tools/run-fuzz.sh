@@ -35,6 +35,8 @@ fi
 cmake --build "$build" -j2 --target "${targets[@]}"
 
 export QT_QPA_PLATFORM=offscreen
+# No leak detection, neither per input nor at exit (see below).
+export ASAN_OPTIONS="detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
 total_findings=0
 summary=()
 for t in "${targets[@]}"; do
@@ -49,7 +51,7 @@ for t in "${targets[@]}"; do
   # told from ours. Leaks are checked by the sanitize test run instead.
   "$build/fuzz/$t" -max_total_time="$seconds" -timeout=10 -print_final_stats=1 -detect_leaks=0 \
     -artifact_prefix="$findings/" "$corpus" "$src/fuzz/corpus/$t" >"$log" 2>&1 || true
-  execs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo "?")
+  execs=$(grep -m1 -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo "?")
   units=$(find "$corpus" -type f | wc -l)
   after=$(find "$findings" -type f | wc -l)
   new=$((after - before))
