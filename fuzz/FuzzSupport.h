@@ -56,24 +56,6 @@ inline QString alphabetText(FuzzedDataProvider &fdp, size_t maxLength)
     return text;
 }
 
-// Wildcards on line breaks, on characters beyond the BMP and with runs of "*"
-// are known faults, being fixed apart. With AS_FUZZ_SKIP_KNOWN set in the
-// environment the differential targets do not compare such inputs, so that a
-// run can look for other wrong answers instead of stopping at a known one.
-inline bool skipKnownFaults(const QString &pattern, const QString &text)
-{
-    static const bool skip = qEnvironmentVariableIsSet("AS_FUZZ_SKIP_KNOWN");
-    if (!skip)
-        return false;
-    for (const QString &s : {pattern, text}) {
-        for (const QChar c : s) {
-            if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c.isSurrogate())
-                return true;
-        }
-    }
-    return pattern.contains(QLatin1String("**"));
-}
-
 // A wrong answer is a finding: print what was asked and stop, so that
 // libFuzzer saves the input.
 [[noreturn]] inline void wrongAnswer(const char *what, const QString &pattern, const QString &text,

@@ -49,11 +49,6 @@ fuzz_smoke() {
     echo "Installing: clang"
     DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends clang
   fi
-  # The known wildcard faults (line breaks, characters beyond the BMP, runs of
-  # "*") are left aside until their fixes are in; set AS_FUZZ_SKIP_KNOWN= (empty)
-  # to compare them too.
-  if [[ -z "${AS_FUZZ_SKIP_KNOWN+set}" ]]; then export AS_FUZZ_SKIP_KNOWN=1; fi
-  [[ -n "$AS_FUZZ_SKIP_KNOWN" ]] || unset AS_FUZZ_SKIP_KNOWN
   "$src/tools/run-fuzz.sh" "${AS_FUZZ_SMOKE_SECONDS:-5}"
 }
 
