@@ -212,20 +212,28 @@ bool ColorEngine::parseNextColorDef(const MsgLoggingProducer *producer, QString 
 }
 
 namespace {
-// The numbers of a matched "{r,g,b[,a]}" or "[r,g,b[,a]]", in order; false
-// when one does not fit an int (a colour file may hold any digits).
-bool readComponents(const QString &matched, int (&c)[4], int &read)
+// The colour of a matched "{r,g,b[,a]}" or "[r,g,b[,a]]", each component
+// between 0 and `fullScale` (255, or 100 for percentages); an absent alpha is
+// opaque. Out of range gives no colour, as QColor would make it, without its
+// console warning.
+QColor colorOfComponents(const QString &matched, int fullScale)
 {
     static const QRegularExpression number(QStringLiteral("\\d+"));
-    read = 0;
+    // Percentages are truncated on purpose, as the platform does: 100 % gives 254.
+    const auto scaled = [fullScale](int component) { return fullScale == 255 ? component : int(component * 2.55); };
+    int c[4] = {0, 0, 0, scaled(fullScale)};
+    int read = 0;
     QRegularExpressionMatchIterator it = number.globalMatch(matched);
     while (it.hasNext() && read < 4) {
         bool ok = false;
-        c[read++] = it.next().captured().toInt(&ok);
-        if (!ok)
-            return false;
+        const int component = it.next().captured().toInt(&ok);
+        // Checked before scaling: a large percentage has no int value (a
+        // colour file may hold any digits).
+        if (!ok || component < 0 || component > fullScale)
+            return QColor();
+        c[read++] = scaled(component);
     }
-    return true;
+    return QColor(c[0], c[1], c[2], c[3]);
 }
 } // namespace
 
@@ -237,17 +245,7 @@ QColor ColorEngine::takeColor255Based(const MsgLoggingProducer *producer, QStrin
         return QColor();
     ASLOG(producer, MsgLoggerEnums::Trace, QStringLiteral("255 based: ") + matched);
     removeProcessedStringPart(matched, rest);
-    int c[4] = {0, 0, 0, 0};
-    int read = 0;
-    if (!readComponents(matched, c, read))
-        return QColor();
-    if (read == 3)
-        c[3] = 255;
-    for (int component : c) {
-        if (component < 0 || component > 255)
-            return QColor(); // as QColor would make it, without its console warning
-    }
-    return QColor(c[0], c[1], c[2], c[3]);
+    return colorOfComponents(matched, 255);
 }
 
 QColor ColorEngine::takeColor100Based(const MsgLoggingProducer *producer, QString &rest)
@@ -258,20 +256,7 @@ QColor ColorEngine::takeColor100Based(const MsgLoggingProducer *producer, QStrin
         return QColor();
     ASLOG(producer, MsgLoggerEnums::Trace, QStringLiteral("100 based: ") + matched);
     removeProcessedStringPart(matched, rest);
-    int c[4] = {0, 0, 0, 0};
-    int read = 0;
-    if (!readComponents(matched, c, read))
-        return QColor();
-    if (read == 3)
-        c[3] = 100;
-    // Truncated on purpose, as the platform does: 100 % gives 254.
-    int scaled[4];
-    for (int i = 0; i < 4; ++i) {
-        scaled[i] = int(c[i] * 2.55);
-        if (scaled[i] < 0 || scaled[i] > 255)
-            return QColor();
-    }
-    return QColor(scaled[0], scaled[1], scaled[2], scaled[3]);
+    return colorOfComponents(matched, 100);
 }
 
 QString ColorEngine::takeColorAlias(const MsgLoggingProducer *producer, QString &rest)

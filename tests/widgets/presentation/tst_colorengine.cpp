@@ -115,7 +115,8 @@ private slots:
         // into an int regardless.
         LogCapture log;
         for (const char *line : {R"("Big" N [5067418155074074696,0,0])", R"("Big" N {5067418155074074696,0,0})",
-                                 R"("Big" N [101,0,0])", R"("Big" N {0,256,0})"})
+                                 R"("Big" N [101,0,0])", R"("Big" N {0,256,0})",
+                                 R"("Big" N [1077770000,0,0])"})
             QVERIFY2(!ColorEngine::parseColorLine(&log.producer, QString::fromLatin1(line)), line);
         QVERIFY(ColorEngine::parseColorLine(&log.producer, QStringLiteral(R"("Ok" N [100,0,0])")));
     }
