@@ -111,6 +111,14 @@
         <source>Datapoint element</source>
         <translation>Datenpunktelement</translation>
     </message>
+    <message>
+        <source>the project path %1 is not a directory</source>
+        <translation>der Projektpfad %1 ist kein Verzeichnis</translation>
+    </message>
+    <message>
+        <source>%1 lists no systems: the alarm table stays empty</source>
+        <translation>%1 nennt keine Systeme: die Alarmtabelle bleibt leer</translation>
+    </message>
 </context>
 <context>
     <name>DemoRunner</name>
@@ -162,10 +170,6 @@
             <numerusform>%n Problem gefunden, siehe Protokoll: %1</numerusform>
             <numerusform>%n Probleme gefunden, siehe Protokoll; das erste: %1</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>the panel plug-in &apos;%1&apos; was not found in the project&apos;s bin/plugins folder; using the built-in panel</source>
-        <translation>das Panel-Plug-in &apos;%1&apos; fehlt im Ordner bin/plugins des Projekts; das eingebaute Panel wird verwendet</translation>
     </message>
     <message>
         <source>&amp;File</source>
@@ -270,6 +274,73 @@
     <message>
         <source>&amp;Statistics</source>
         <translation>&amp;Statistik</translation>
+    </message>
+    <message>
+        <source>%1; using the built-in panel</source>
+        <translation>%1; das eingebaute Panel wird verwendet</translation>
+    </message>
+    <message>
+        <source>Source and filters</source>
+        <translation>Quelle und Filter</translation>
+    </message>
+    <message>
+        <source>the panel plug-in name &apos;%1&apos; was refused: it must be a plain file name</source>
+        <translation>der Name des Panel-Plug-ins &apos;%1&apos; wurde abgelehnt: er muss ein einfacher Dateiname sein</translation>
+    </message>
+    <message>
+        <source>the panel plug-in &apos;%1&apos; was not found in the project&apos;s bin/plugins folder</source>
+        <translation>das Panel-Plug-in &apos;%1&apos; wurde im Ordner bin/plugins des Projekts nicht gefunden</translation>
+    </message>
+    <message>
+        <source>the panel plug-in file %1 is not a plug-in (%2)</source>
+        <translation>die Panel-Plug-in-Datei %1 ist kein Plug-in (%2)</translation>
+    </message>
+    <message>
+        <source>the panel plug-in file %1 is a plug-in of another interface (%2)</source>
+        <translation>die Panel-Plug-in-Datei %1 ist ein Plug-in einer anderen Schnittstelle (%2)</translation>
+    </message>
+    <message>
+        <source>the panel plug-in file %1 could not be used, see the log</source>
+        <translation>die Panel-Plug-in-Datei %1 konnte nicht verwendet werden, siehe Protokoll</translation>
+    </message>
+    <message>
+        <source>&amp;Simulation</source>
+        <translation>&amp;Simulation</translation>
+    </message>
+    <message>
+        <source>Alarm &amp;Flood</source>
+        <translation>Alarm&amp;flut</translation>
+    </message>
+    <message>
+        <source>The simulated systems deliver %1 alarm events a second</source>
+        <translation>Die simulierten Systeme liefern %1 Alarmereignisse pro Sekunde</translation>
+    </message>
+    <message>
+        <source>The filter in %1 was not loaded: %2</source>
+        <translation>Der Filter in %1 wurde nicht geladen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>SystemStatusViews</name>
+    <message>
+        <source>S&amp;ystems</source>
+        <translation>S&amp;ysteme</translation>
+    </message>
+    <message>
+        <source>Messages of the alarm screen; click for the history</source>
+        <translation>Meldungen des Alarmschirms; Klick zeigt den Verlauf</translation>
+    </message>
+    <message>
+        <source>Error: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>System &amp;Connections...</source>
+        <translation>System&amp;verbindungen...</translation>
+    </message>
+    <message>
+        <source>%1 connected</source>
+        <translation>%1 verbunden</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>ConnectionMapWidget</name>
+    <message>
+        <source>%1: disconnected</source>
+        <translation>%1: getrennt</translation>
+    </message>
+    <message>
+        <source>%1: connected, alarms not connected</source>
+        <translation>%1: verbunden, Alarme nicht verbunden</translation>
+    </message>
+    <message>
+        <source>%1: connected</source>
+        <translation>%1: verbunden</translation>
+    </message>
+</context>
+<context>
     <name>DialogCsvOptions</name>
     <message>
         <source>Options for export to CSV</source>
@@ -26,6 +41,24 @@
     <message>
         <source>CSV separator character:</source>
         <translation>CSV-Trennzeichen:</translation>
+    </message>
+</context>
+<context>
+    <name>DialogLogHistory</name>
+    <message>
+        <source>Log message history</source>
+        <translation>Verlauf der Meldungen</translation>
+    </message>
+    <message>
+        <source>Total: %1</source>
+        <translation>Gesamt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>DialogSystemConnections</name>
+    <message>
+        <source>System Connections</source>
+        <translation>Systemverbindungen</translation>
     </message>
 </context>
 <context>
@@ -95,6 +128,20 @@
     <message>
         <source>Collapse all nodes</source>
         <translation>Alle Knoten zuklappen</translation>
+    </message>
+</context>
+<context>
+    <name>MsgLoggerStatistics</name>
+    <message>
+        <source>Messages: %1</source>
+        <translation>Meldungen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>Patterns for %1, separated by &apos;;&apos; (Ctrl+E completes)</source>
+        <translation>Muster für %1, getrennt durch &apos;;&apos; (Strg+E ergänzt)</translation>
     </message>
 </context>
 <context>
@@ -195,6 +242,29 @@
     </message>
 </context>
 <context>
+    <name>SingleFilterTab</name>
+    <message>
+        <source>Filter Type:</source>
+        <translation>Filtertyp:</translation>
+    </message>
+    <message>
+        <source>Include</source>
+        <translation>Einschließen</translation>
+    </message>
+    <message>
+        <source>Exclude</source>
+        <translation>Ausschließen</translation>
+    </message>
+    <message>
+        <source>Filter #%1: %2</source>
+        <translation>Filter #%1: %2</translation>
+    </message>
+    <message>
+        <source>error displaying filter for &apos;%1&apos;: %2</source>
+        <translation>Fehler beim Anzeigen des Filters für &apos;%1&apos;: %2</translation>
+    </message>
+</context>
+<context>
     <name>SourceAndFiltersUi</name>
     <message>
         <source>as EWO doesn&apos;t contains source control, archive mode can&apos;t be set</source>
@@ -288,6 +358,13 @@
     </message>
 </context>
 <context>
+    <name>SysConnectModel</name>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+</context>
+<context>
     <name>SystemSelectionModel</name>
     <message>
         <source>System</source>
@@ -346,6 +423,73 @@
     </message>
 </context>
 <context>
+    <name>TabbedStructuredFilterUi</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Anwenden</translation>
+    </message>
+    <message>
+        <source>The filter in editor diffesr from one applied to table</source>
+        <translation>Der Filter im Editor weicht vom Filter der Tabelle ab</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;Filter not&lt;br&gt;applied&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;Filter nicht&lt;br&gt;angewendet&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Filter...</source>
+        <translation>Filter...</translation>
+    </message>
+    <message>
+        <source>Add filter set</source>
+        <translation>Filtersatz hinzufügen</translation>
+    </message>
+    <message>
+        <source>Delete Filter?</source>
+        <translation>Filter löschen?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete &apos;%1&apos;?
+
+This action cannot be undone.</source>
+        <translation>Soll &apos;%1&apos; wirklich gelöscht werden?
+
+Das kann nicht rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>Groß-/Kleinschreibung beachten</translation>
+    </message>
+    <message>
+        <source>Reset to</source>
+        <translation>Zurücksetzen auf</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>Leer</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Save Filter...</source>
+        <translation>Filter speichern...</translation>
+    </message>
+    <message>
+        <source>Load Filter...</source>
+        <translation>Filter laden...</translation>
+    </message>
+</context>
+<context>
     <name>TimeRangeEditor</name>
     <message>
         <source>Type of time interval:</source>
@@ -374,6 +518,142 @@
     <message>
         <source>Time zone  </source>
         <translation>Zeitzone  </translation>
+    </message>
+</context>
+<context>
+    <name>WEditFilterRuleDate</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+    <message>
+        <source>Select date comparison method</source>
+        <translation>Art des Zeitvergleichs wählen</translation>
+    </message>
+    <message>
+        <source>Select...</source>
+        <translation>Auswählen...</translation>
+    </message>
+    <message>
+        <source>Time before</source>
+        <translation>Zeit vor</translation>
+    </message>
+    <message>
+        <source>Time after</source>
+        <translation>Zeit nach</translation>
+    </message>
+    <message>
+        <source>Time between</source>
+        <translation>Zeit zwischen</translation>
+    </message>
+    <message>
+        <source>yyyy/MM/dd HH:mm</source>
+        <translation>dd.MM.yyyy HH:mm</translation>
+    </message>
+    <message>
+        <source>The end of the time range lies before its start</source>
+        <translation>Das Ende des Zeitbereichs liegt vor seinem Anfang</translation>
+    </message>
+</context>
+<context>
+    <name>WEditFilterRuleNumbers</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+    <message>
+        <source>*</source>
+        <translation>*</translation>
+    </message>
+    <message>
+        <source>No rules set</source>
+        <translation>Keine Regeln gesetzt</translation>
+    </message>
+    <message>
+        <source>Filtering rules:</source>
+        <translation>Filterregeln:</translation>
+    </message>
+    <message>
+        <source>Warning! Failed to parse:</source>
+        <translation>Achtung! Nicht lesbar:</translation>
+    </message>
+</context>
+<context>
+    <name>WEditFilterRuleSelectText</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+</context>
+<context>
+    <name>WEditFilterRuleText</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+    <message>
+        <source>Add new filter rule for this field</source>
+        <translation>Neue Filterregel für dieses Feld hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Delete selected filter rules for this field</source>
+        <translation>Gewählte Filterregeln dieses Feldes löschen</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Move the selected filter rule up</source>
+        <translation>Gewählte Filterregel nach oben schieben</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Auf</translation>
+    </message>
+    <message>
+        <source>Move the selected filter rule down</source>
+        <translation>Gewählte Filterregel nach unten schieben</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Ab</translation>
+    </message>
+    <message>
+        <source>Filter-matching method</source>
+        <translation>Vergleichsart des Filters</translation>
+    </message>
+    <message>
+        <source>Exact Match</source>
+        <translation>Genau</translation>
+    </message>
+    <message>
+        <source>Wildcard</source>
+        <translation>Platzhalter</translation>
+    </message>
+    <message>
+        <source>Regular Expression</source>
+        <translation>Regulärer Ausdruck</translation>
+    </message>
+    <message>
+        <source>Double-click to set filter pattern</source>
+        <translation>Doppelklick setzt das Filtermuster</translation>
+    </message>
+    <message>
+        <source>Exclude</source>
+        <translation>Ausschließen</translation>
+    </message>
+    <message>
+        <source>The pattern is empty</source>
+        <translation>Das Muster ist leer</translation>
+    </message>
+    <message>
+        <source>This rule is not valid: %1</source>
+        <translation>Diese Regel ist ungültig: %1</translation>
     </message>
 </context>
 <context>
