@@ -12,12 +12,22 @@
 #include "TimeRangeEditor.h"
 
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
+
+namespace {
+
+// A factory whose log the test reads, searching `paths` for plug-ins.
+struct Factory {
+    explicit Factory(const QStringList &paths, int logFunc = MsgLoggerEnums::ShortFuncName) : log(logFunc)
+    {
+        Resources::setProjectPaths(paths);
+    }
+    LogCapture log;
+    SourceAndFiltersUiFactory factory{&log.producer};
+};
+
+} // namespace
 
 // The plug-in map lives for the whole process, so every case uses names of its own.
 class TestPanelFactory : public QObject
@@ -139,43 +149,39 @@ private slots:
     {
         const QString proj = project(QStringLiteral("valid"));
         QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("good1")));
-        Resources::setProjectPaths({proj});
-        LogCapture log(MsgLoggerEnums::ShortFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({proj});
 
         QWidget parent;
-        SourceAndFiltersUi *panel = factory.create(configFor(QStringLiteral("good1")), &parent);
+        SourceAndFiltersUi *panel = f.factory.create(configFor(QStringLiteral("good1")), &parent);
         QVERIFY(panel);
         QCOMPARE(panel->objectName(), QStringLiteral("pluginPanel"));
         QCOMPARE(panel->parentWidget(), &parent);
         const QString path = trying(proj, QStringLiteral("good1"));
-        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin good1",
+        QCOMPARE(f.log.lines(), (QStringList{"0|loadPlugin: loading plugin good1",
                                            "0|loadPluginInBinDir: trying to load " + path,
                                            "0|loadPluginInBinDir: plugin loaded " + path,
                                            "0|loadPlugin: plugin good1 has been loaded from " + proj + "bin/"}));
         QVERIFY(SourceAndFiltersUiFactory::getAllPlugins().value(QStringLiteral("good1")));
 
-        log.clear();
+        f.log.clear();
         QStringList list;
-        QScopedPointer<QWidget> page(factory.buildStructuredFilterPageUi(configFor(QStringLiteral("good1")), list));
+        QScopedPointer<QWidget> page(f.factory.buildStructuredFilterPageUi(configFor(QStringLiteral("good1")), list));
         QCOMPARE(list, QStringList{"fromPlugin"});
         // Another factory shares the process's plug-ins.
-        SourceAndFiltersUiFactory other(&log.producer);
+        SourceAndFiltersUiFactory other(&f.log.producer);
         QVERIFY(other.create(configFor(QStringLiteral("good1")), &parent));
-        QVERIFY(log.lines().isEmpty());
+        QVERIFY(f.log.lines().isEmpty());
     }
 
     void pluginOfAnotherInterface()
     {
         const QString proj = project(QStringLiteral("other"));
         QVERIFY(install(proj, QStringLiteral("otherinterface"), QStringLiteral("other1")));
-        Resources::setProjectPaths({proj});
-        LogCapture log(MsgLoggerEnums::ShortFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({proj});
 
-        QVERIFY(!factory.create(configFor(QStringLiteral("other1")), nullptr));
+        QVERIFY(!f.factory.create(configFor(QStringLiteral("other1")), nullptr));
         const QString path = trying(proj, QStringLiteral("other1"));
-        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin other1",
+        QCOMPARE(f.log.lines(), (QStringList{"0|loadPlugin: loading plugin other1",
                                            "0|loadPluginInBinDir: trying to load " + path,
                                            "2|loadPluginInBinDir: loaded plugin is of wrong type " + path,
                                            "2|loadPlugin: Plugin for building source & filters UI (other1) is not loaded",
@@ -190,12 +196,10 @@ private slots:
         QFile file(trying(proj, QStringLiteral("bogus1")));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write("this is not a shared library\n") > 0);
         file.close();
-        Resources::setProjectPaths({proj});
-        LogCapture log(MsgLoggerEnums::NoFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({proj}, MsgLoggerEnums::NoFuncName);
 
-        QVERIFY(!factory.loadPlugin(QStringLiteral("bogus1")));
-        const QStringList lines = log.lines();
+        QVERIFY(!f.factory.loadPlugin(QStringLiteral("bogus1")));
+        const QStringList lines = f.log.lines();
         QCOMPARE(lines.size(), 4);
         QCOMPARE(lines.at(1), "0|trying to load " + file.fileName());
         const QString notLoaded = QStringLiteral("2|plugin is not loaded: ");
@@ -208,12 +212,10 @@ private slots:
         const QString withPlugins = project(QStringLiteral("missingA"));
         const QString withoutBin = m_root.filePath(QStringLiteral("missingB")) + QLatin1Char('/');
         QDir().mkpath(withoutBin);
-        Resources::setProjectPaths({withPlugins, withoutBin});
-        LogCapture log(MsgLoggerEnums::ShortFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({withPlugins, withoutBin});
 
-        QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
-        QCOMPARE(log.lines(),
+        QVERIFY(!f.factory.create(configFor(QStringLiteral("missing1")), nullptr));
+        QCOMPARE(f.log.lines(),
                  (QStringList{"0|loadPlugin: loading plugin missing1",
                               "0|loadPluginInBinDir: no plugins directory under " + withoutBin + "bin/",
                               "0|loadPluginInBinDir: file missing1.so does not exist in " + withPlugins + "bin/plugins",
@@ -222,11 +224,11 @@ private slots:
 
         // Installing it later changes nothing: a failed name is not tried again.
         QVERIFY(install(withPlugins, QStringLiteral("goodpanel"), QStringLiteral("missing1")));
-        log.clear();
+        f.log.clear();
         QStringList list;
-        QVERIFY(!factory.create(configFor(QStringLiteral("missing1")), nullptr));
-        QVERIFY(!factory.buildStructuredFilterPageUi(configFor(QStringLiteral("missing1")), list));
-        QCOMPARE(log.lines(), (QStringList{"2|create: No plugin found/loaded: missing1",
+        QVERIFY(!f.factory.create(configFor(QStringLiteral("missing1")), nullptr));
+        QVERIFY(!f.factory.buildStructuredFilterPageUi(configFor(QStringLiteral("missing1")), list));
+        QCOMPARE(f.log.lines(), (QStringList{"2|create: No plugin found/loaded: missing1",
                                            "2|buildStructuredFilterPageUi: No plugin found/loaded: missing1"}));
     }
 
@@ -237,18 +239,16 @@ private slots:
         QVERIFY(install(sub, QStringLiteral("goodpanel"), QStringLiteral("order1")));
         QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("order1")));
         QVERIFY(install(sub, QStringLiteral("goodpanel"), QStringLiteral("order2")));
-        Resources::setProjectPaths({sub, proj});
-        LogCapture log(MsgLoggerEnums::NoFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({sub, proj}, MsgLoggerEnums::NoFuncName);
 
-        QVERIFY(factory.loadPlugin(QStringLiteral("order1")));
-        QCOMPARE(log.lines().last(), "0|plugin order1 has been loaded from " + proj + "bin/");
-        QVERIFY(!log.lines().join('\n').contains(sub));
+        QVERIFY(f.factory.loadPlugin(QStringLiteral("order1")));
+        QCOMPARE(f.log.lines().last(), "0|plugin order1 has been loaded from " + proj + "bin/");
+        QVERIFY(!f.log.lines().join('\n').contains(sub));
 
-        log.clear();
-        QVERIFY(factory.loadPlugin(QStringLiteral("order2")));
+        f.log.clear();
+        QVERIFY(f.factory.loadPlugin(QStringLiteral("order2")));
         const QString path = trying(sub, QStringLiteral("order2"));
-        QCOMPARE(log.lines(), (QStringList{"0|loading plugin order2",
+        QCOMPARE(f.log.lines(), (QStringList{"0|loading plugin order2",
                                            "0|file order2.so does not exist in " + proj + "bin/plugins",
                                            "0|trying to load " + path, "0|plugin loaded " + path,
                                            "0|plugin order2 has been loaded from " + sub + "bin/"}));
@@ -271,17 +271,15 @@ private slots:
         QFile::remove(proj + QStringLiteral("bin/plugins/plugins/evil.so"));
         QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("../evil")));
         QVERIFY(install(proj, QStringLiteral("goodpanel"), QStringLiteral("plugins/evil")));
-        Resources::setProjectPaths({proj});
-        LogCapture log(MsgLoggerEnums::ShortFuncName);
-        SourceAndFiltersUiFactory factory(&log.producer);
+        Factory f({proj});
 
-        QVERIFY(!factory.create(configFor(name), nullptr));
+        QVERIFY(!f.factory.create(configFor(name), nullptr));
         const QString refused = "plugin name " + name + " is not a plain file name, refused";
-        QCOMPARE(log.lines(), (QStringList{"0|loadPlugin: loading plugin " + name, "2|loadPlugin: " + refused,
+        QCOMPARE(f.log.lines(), (QStringList{"0|loadPlugin: loading plugin " + name, "2|loadPlugin: " + refused,
                                            "2|create: No plugin found/loaded: " + name}));
-        log.clear();
-        QVERIFY(!factory.loadPluginInBinDir(proj + QStringLiteral("bin/"), name));
-        QCOMPARE(log.lines(), QStringList{"2|loadPluginInBinDir: " + refused});
+        f.log.clear();
+        QVERIFY(!f.factory.loadPluginInBinDir(proj + QStringLiteral("bin/"), name));
+        QCOMPARE(f.log.lines(), QStringList{"2|loadPluginInBinDir: " + refused});
     }
 };
 
