@@ -311,8 +311,6 @@ private slots:
     void actionRights()
     {
         Fixture f;
-        f.source->setActionState(EwoActions::SwitchSourceMode, ActionAccess::Disabled);
-        QVERIFY(!f.child<QComboBox>("comboBoxMode")->isEnabled());
         f.source->setActionState(EwoActions::SourceControl, ActionAccess::Hidden);
         QVERIFY(f.source->isHidden());
         f.source->setActionState(EwoActions::SourceControl, ActionAccess::Enabled);

@@ -388,20 +388,6 @@ private slots:
         QCOMPARE(requested.first().at(0).toString(), EwoActions::SaveFilter);
     }
 
-    void defaultEqualToWhatIsShownChangesNothing()
-    {
-        TabbedStructuredFilterUi editor(configuration(), nullptr);
-        lineFilter(editor.addFilterTab(), QStringLiteral("text"))->edit->setText(QStringLiteral("a"));
-        const SourceAndFilter shown = editor.getFilter();
-        SingleFilterTab *tab = editor.getFilterTabs().first();
-        QSignalSpy applied(&editor, &StructuredFilterUi::applyStructuredFilter);
-        editor.setDefaultFilter(shown, UserSettings::DefaultFilterSetAndShow);
-        QCOMPARE(applied.count(), 0);
-        QCOMPARE(editor.getFilterTabs().first(), tab);
-        QVERIFY(editor.isUseDefaultFilter());
-        QVERIFY(editor.getDefaultFilter().isFilterEqual(shown));
-    }
-
     void completionsReachEditorsAndFollowTheFilterText()
     {
         TabbedStructuredFilterUi editor(configuration(QStringLiteral("tabsCompletions")), nullptr);
