@@ -2,11 +2,11 @@
 
 // Answers to the menus and modal dialogs a test opens. Both run their own
 // event loop, so the answer is given from a timer, looked for again until
-// the pop-up is there.
+// the pop-up is there, for ten seconds at most, so that an answer a failed
+// test no longer waits for does not linger.
 
 #include <QApplication>
 #include <QMenu>
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -17,12 +17,15 @@
 // entries offered land in `offered` (separators as "-"); `answered` is set
 // once the menu has been seen.
 inline void answerNextMenu(QObject *context, const QString &text, QStringList *offered = nullptr,
-                           bool *answered = nullptr)
+                           bool *answered = nullptr, int triesLeft = 1000)
 {
     QTimer::singleShot(10, context, [=] {
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return answerNextMenu(context, text, offered, answered);
+        if (!menu) {
+            if (triesLeft > 1)
+                answerNextMenu(context, text, offered, answered, triesLeft - 1);
+            return;
+        }
         QAction *chosen = nullptr;
         if (offered)
             offered->clear();
@@ -42,12 +45,12 @@ inline void answerNextMenu(QObject *context, const QString &text, QStringList *o
 
 // Runs `answer` on the next modal dialog of type T once it is open.
 template <class T>
-void answerNextModal(QObject *context, const std::function<void(T *)> &answer)
+void answerNextModal(QObject *context, const std::function<void(T *)> &answer, int triesLeft = 1000)
 {
-    QTimer::singleShot(0, context, [=] {
+    QTimer::singleShot(10, context, [=] {
         if (auto *dialog = qobject_cast<T *>(QApplication::activeModalWidget()))
             answer(dialog);
-        else
-            answerNextModal<T>(context, answer);
+        else if (triesLeft > 1)
+            answerNextModal<T>(context, answer, triesLeft - 1);
     });
 }
