@@ -3,9 +3,11 @@
 // Alarms and filters for the tests of the alarm model and of its views.
 
 #include "AlarmInstance.h"
+#include "AlarmsProxyModel.h"
 #include "FilterRuleContainer.h"
 #include "FilterRuleSet.h"
 #include "SourceAndFilter.h"
+#include "ValueFilterFixed.h"
 #include "ValueFilterNumbers.h"
 #include "ValueFilterStringPattern.h"
 
@@ -62,6 +64,13 @@ inline QSharedPointer<ValueFilter> numberFilter(const QString &property, const Q
     return filter;
 }
 
+inline QSharedPointer<ValueFilterFixed> fixedFilter(const QString &property, const QString &kind,
+                                                    const QVariant &value = QVariant(), bool checked = false,
+                                                    Constants::ValueSource source = Constants::ValueSourceAlarm)
+{
+    return QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), property, source, false, kind, value, checked);
+}
+
 inline FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilter>> &filters)
 {
     FilterRuleSet set(WildcardConfig(), include, false);
@@ -70,10 +79,10 @@ inline FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilte
     return set;
 }
 
-inline SourceAndFilter sourceFilter(const QList<FilterRuleSet> &sets)
+inline SourceAndFilter sourceFilter(const QList<FilterRuleSet> &sets, bool matchCase = false)
 {
     SourceAndFilter result;
-    result.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), sets, false));
+    result.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), sets, matchCase));
     return result;
 }
 
@@ -89,6 +98,39 @@ inline QStringList dump(const QAbstractItemModel &model, const QModelIndex &pare
         lines += dump(model, model.index(row, 0, parent), depth + 1);
     }
     return lines;
+}
+
+// Groups by the alarm properties, in this order.
+inline GroupingConfiguration grouping(const QStringList &properties)
+{
+    GroupingConfiguration config(nullptr, QStringLiteral("test"));
+    for (const QString &property : properties)
+        config.addRule(QSharedPointer<AlarmsGroupRule>::create(Constants::ValueSourceAlarm, property));
+    return config;
+}
+
+// The column of the table that shows the property `id`, or -1.
+inline int columnOf(const AlarmsProxyModel &proxy, const QString &id)
+{
+    const auto columns = proxy.getColumnsDefinition(true);
+    for (int i = 0; i < columns.size(); ++i) {
+        if (columns.at(i).getId() == id)
+            return i;
+    }
+    return -1;
+}
+
+// What a table built from scratch over `model` shows.
+inline QStringList freshDump(const QSharedPointer<AlarmsModel> &model, const GroupingConfiguration &grouping,
+                             const SourceAndFilter &filter = SourceAndFilter(),
+                             const QuickCellFilter &quick = QuickCellFilter())
+{
+    AlarmsProxyModel reference;
+    reference.setAlarmsModel(model);
+    reference.setGrouping(grouping);
+    reference.setFilter(filter);
+    reference.setQuickFilter(quick);
+    return dump(reference);
 }
 
 } // namespace AlarmTestFactory

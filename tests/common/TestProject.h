@@ -6,6 +6,17 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+// Writes `content` to `relative` below `dir`, making directories.
+inline QString writeProjectFile(const QTemporaryDir &dir, const QString &relative, const QByteArray &content)
+{
+    const QString file = dir.filePath(relative);
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(file));
+    return file;
+}
+
 // A throw-away project directory that is the only project path while it lives.
 class TestProject
 {
@@ -21,15 +32,9 @@ public:
 
     QString path() const { return m_dir.path(); }
 
-    // Writes `content` to `relative` below the project, making directories.
     QString write(const QString &relative, const QByteArray &content) const
     {
-        const QString file = m_dir.filePath(relative);
-        QDir().mkpath(QFileInfo(file).absolutePath());
-        QFile out(file);
-        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(content) != content.size())
-            qFatal("cannot write %s", qPrintable(file));
-        return file;
+        return writeProjectFile(m_dir, relative, content);
     }
 
 private:

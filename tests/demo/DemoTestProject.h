@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
+#include "TestProject.h"
+
+#include <memory>
 
 // A copy of the demo project in a temporary directory, to be spoilt by a test.
 class DemoTestProject
@@ -16,15 +15,24 @@ public:
             copyTree(QDir(from), QDir(m_dir.path()));
     }
 
+    // A copy of the demo project without its datapoints, which the
+    // process-wide datapoint store accepts only once.
+    static std::unique_ptr<DemoTestProject> withoutDatapoints()
+    {
+        auto project = std::make_unique<DemoTestProject>(qEnvironmentVariable("AS_DEMO_PROJECT"));
+        project->remove(QStringLiteral("config/datapoints.json"));
+        return project;
+    }
+
     QString path() const { return m_dir.path(); }
 
-    void write(const QString &relative, const QByteArray &content) const
+    void write(const QString &relative, const QByteArray &content) const { writeProjectFile(m_dir, relative, content); }
+
+    // Replaces the screen configuration by one of the current format with `keys`.
+    void writeConfiguration(const QByteArray &keys) const
     {
-        const QString file = m_dir.filePath(relative);
-        QDir().mkpath(QFileInfo(file).absolutePath());
-        QFile out(file);
-        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(content) != content.size())
-            qFatal("cannot write %s", qPrintable(file));
+        write(QStringLiteral("config/alarmscreen.json"),
+              "{\"format\": \"AlarmScreen.Configuration\", \"version\": 1, " + keys + "}");
     }
 
     void remove(const QString &relative) const

@@ -16,15 +16,6 @@
 
 namespace {
 
-// A copy of the demo project without its datapoints, which the process-wide
-// store accepts only once.
-std::unique_ptr<DemoTestProject> projectCopy()
-{
-    auto project = std::make_unique<DemoTestProject>(qEnvironmentVariable("AS_DEMO_PROJECT"));
-    project->remove(QStringLiteral("config/datapoints.json"));
-    return project;
-}
-
 struct Screen {
     QStringList menus;
     QStringList modes;
@@ -34,7 +25,7 @@ struct Screen {
 
 Screen startDemo(const QString &language)
 {
-    const auto project = projectCopy();
+    const auto project = DemoTestProject::withoutDatapoints();
     DemoRunner runner;
     Screen screen;
     if (!runner.start({"alarmscreen-demo", "--project", project->path(), "--lang", language}, QString()))

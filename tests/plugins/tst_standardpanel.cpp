@@ -19,7 +19,6 @@
 #include "WFixedFilterToggleButton.h"
 
 #include <QLabel>
-#include <QSignalSpy>
 #include <QToolButton>
 #include <QtTest>
 

@@ -6,7 +6,6 @@
 #include "WFixedMultiFilterToggle.h"
 #include "WTextFilter.h"
 
-#include <QSignalSpy>
 #include <QToolButton>
 #include <QtTest>
 

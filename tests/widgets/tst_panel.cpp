@@ -1,15 +1,13 @@
 #include "AlarmScreenConfiguration.h"
+#include "AlarmTestFactory.h"
 #include "FilterRuleContainer.h"
 #include "LogCapture.h"
 #include "QuickFilterEditor.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceUi.h"
 #include "StructuredFilterUi.h"
-#include "ValueFilterFixed.h"
 #include "WFixedFilterToggleButton.h"
 
-#include <QPointer>
-#include <QSignalSpy>
 #include <QtTest>
 
 namespace {
@@ -18,20 +16,11 @@ namespace {
 // so that their order shows.
 using CallLog = QSharedPointer<QStringList>;
 
-QSharedPointer<FilterRuleContainer> containerWith(const QString &kind, bool matchCase = false)
-{
-    FilterRuleSet set(WildcardConfig(), true, matchCase);
-    set.addFilter(QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), QStringLiteral("state"),
-                                                           Constants::ValueSourceAlarm, matchCase, kind,
-                                                           QVariant(), true));
-    return QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), QList<FilterRuleSet>{set}, matchCase);
-}
+using namespace AlarmTestFactory;
 
 SourceAndFilter filterWith(const QString &kind)
 {
-    SourceAndFilter filter;
-    filter.setFilterContainer(containerWith(kind));
-    return filter;
+    return sourceFilter({ruleSet(true, {fixedFilter(QStringLiteral("state"), kind, QVariant(), true)})});
 }
 
 // Writes each call that reaches a part into the log shared by the panel's parts.
@@ -141,6 +130,8 @@ class Owner : public QObject
 public:
     QStringList events;
     SourceAndFilter lastFilter;
+    // The events since the last call.
+    QStringList take() { return std::exchange(events, {}); }
 
 signals:
     void requestApply(const SourceAndFilter &filters, int type);
@@ -214,7 +205,7 @@ private slots:
     void getFilterMergesTheParts()
     {
         auto *editor = new TestStructuredFilterUi(m_config, m_calls);
-        editor->current.setFilterContainer(containerWith(QStringLiteral("unack")));
+        editor->current.setFilterContainer(filterWith(QStringLiteral("unack")).getFilterContainer());
         editor->current.setDpNames({QStringLiteral("dp")});
         editor->current.setSelectionKind(1);
         editor->current.setSourceMode(Constants::SourceModeHistory);
@@ -268,7 +259,6 @@ private slots:
 
         m_panel->setUseDefaultFilter(true);
         QVERIFY(m_editor->isUseDefaultFilter());
-        QVERIFY(m_panel->isUseDefaultFilter());
         QString error;
         m_editor->displayResult = WFilter::PartlyDisplayed;
         m_editor->displayError = QStringLiteral("some");
@@ -317,36 +307,30 @@ private slots:
 
         emit source->changed();
         emit editor->structuredFilterChanged();
-        QCOMPARE(owner.events, (QStringList{"changed", "changed"}));
-
-        owner.events.clear();
+        QCOMPARE(owner.take(), (QStringList{"changed", "changed"}));
         emit source->apply();
-        QCOMPARE(owner.events, QStringList{QStringLiteral("apply S1 0")});
+        QCOMPARE(owner.take(), QStringList{QStringLiteral("apply S1 0")});
 
-        owner.events.clear();
         SourceAndFilter fromEditor = filterWith(QStringLiteral("x"));
         fromEditor.setSystems({QStringLiteral("ignored")});
         emit editor->applyStructuredFilter(fromEditor, StructuredFilterUi::DefaultFilter);
-        QCOMPARE(owner.events, QStringList{QStringLiteral("apply S1 1")});
+        QCOMPARE(owner.take(), QStringList{QStringLiteral("apply S1 1")});
         QVERIFY(owner.lastFilter.isFilterEqual(fromEditor));
 
-        owner.events.clear();
         emit owner.requestApply(fromEditor, 2);
         emit owner.requestApplyButton();
-        QCOMPARE(owner.events, (QStringList{"apply S1 2", "apply S1 0"}));
+        QCOMPARE(owner.take(), (QStringList{"apply S1 2", "apply S1 0"}));
 
-        owner.events.clear();
         emit source->abortQuery();
         emit editor->filterActionRequested(QStringLiteral("saveFilter"));
         quick->setText(QStringLiteral("pump"));
         QTest::keyClick(quick, Qt::Key_Return);
-        QCOMPARE(owner.events, (QStringList{"abort", "action saveFilter", "quick pump"}));
+        QCOMPARE(owner.take(), (QStringList{"abort", "action saveFilter", "quick pump"}));
 
         // Without a selector the editor's record passes unchanged.
         m_panel->setSourceUi(nullptr);
-        owner.events.clear();
         emit editor->applyStructuredFilter(fromEditor, 1);
-        QCOMPARE(owner.events, QStringList{QStringLiteral("apply ignored 1")});
+        QCOMPARE(owner.take(), QStringList{QStringLiteral("apply ignored 1")});
     }
 
     void replacingParts()
@@ -438,9 +422,7 @@ private slots:
     void structuredEditorMatchCaseReachesTheEditors()
     {
         TestStructuredFilterUi editor(m_config, m_calls);
-        auto fixed = QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), QStringLiteral("state"),
-                                                              Constants::ValueSourceAlarm, false,
-                                                              QStringLiteral("x"), QVariant(), false);
+        auto fixed = fixedFilter(QStringLiteral("state"), QStringLiteral("x"));
         auto *page = new QWidget(&editor);
         new WFixedFilterToggleButton(WildcardConfig(), fixed, page);
         QSignalSpy changed(&editor, SIGNAL(structuredFilterChanged()));

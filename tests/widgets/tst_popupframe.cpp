@@ -1,6 +1,5 @@
 #include "PopupFrame.h"
 
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -22,7 +21,6 @@ private slots:
 
         PopupFrame popup(&window);
         popup.resize(50, 40);
-        QVERIFY(popup.windowFlags().testFlag(Qt::Popup));
 
         popup.toggleVisibilityBelowWidget(anchor);
         QVERIFY(popup.isVisible());

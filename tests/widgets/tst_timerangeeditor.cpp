@@ -4,9 +4,7 @@
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLineEdit>
-#include <QMetaEnum>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QSpinBox>
 #include <QtTest>
 

@@ -1,11 +1,8 @@
 #include "AlarmTestFactory.h"
 #include "AlarmsModel.h"
 #include "AlarmsModelConsumer.h"
-#include "AlarmsProxyModel.h"
 #include "ModelRowSelection.h"
 
-#include <QAbstractItemModelTester>
-#include <QSignalSpy>
 #include <QtTest>
 
 using namespace AlarmTestFactory;
@@ -28,24 +25,6 @@ QVector<AlarmInstancePtr> sampleAlarms()
     return alarms;
 }
 
-GroupingConfiguration grouping(const QStringList &properties)
-{
-    GroupingConfiguration config(nullptr, QStringLiteral("test"));
-    for (const QString &property : properties)
-        config.addRule(QSharedPointer<AlarmsGroupRule>::create(Constants::ValueSourceAlarm, property));
-    return config;
-}
-
-int column(const AlarmsProxyModel &proxy, const QString &id)
-{
-    const auto columns = proxy.getColumnsDefinition(true);
-    for (int i = 0; i < columns.size(); ++i) {
-        if (columns.at(i).getId() == id)
-            return i;
-    }
-    return -1;
-}
-
 QVector<AlarmInstancePtr> shownAlarms(const AlarmsProxyModel &proxy)
 {
     QVector<AlarmInstancePtr> result;
@@ -54,6 +33,31 @@ QVector<AlarmInstancePtr> shownAlarms(const AlarmsProxyModel &proxy)
             result.append(alarm);
     }
     return result;
+}
+
+// A proxy over a model of the sample alarms, checked by the model tester.
+struct Table {
+    explicit Table(const QStringList &groups = {}, int incrementalLimit = 1000)
+    {
+        model->setAlarms(sampleAlarms());
+        proxy.setIncrementalBurstLimit(incrementalLimit);
+        proxy.setAlarmsModel(model);
+        proxy.setGrouping(grouping(groups));
+    }
+    QSharedPointer<AlarmsModel> model = QSharedPointer<AlarmsModel>::create();
+    AlarmsProxyModel proxy;
+    QAbstractItemModelTester tester{&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest};
+};
+
+void groupingsAndBurstModes()
+{
+    QTest::addColumn<QStringList>("groups");
+    QTest::addColumn<int>("incrementalLimit");
+    const QStringList twoLevels{QStringLiteral("system"), QStringLiteral("priority")};
+    QTest::newRow("flat, row by row") << QStringList() << 1000;
+    QTest::newRow("flat, merged") << QStringList() << 0;
+    QTest::newRow("grouped, row by row") << twoLevels << 1000;
+    QTest::newRow("grouped, merged") << twoLevels << 0;
 }
 
 // Records what consumers are told.
@@ -80,11 +84,8 @@ private slots:
 
     void ruleSetsAndQuickFilterTogether()
     {
-        auto model = QSharedPointer<AlarmsModel>::create();
-        model->setAlarms(sampleAlarms());
-        AlarmsProxyModel proxy;
-        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        proxy.setAlarmsModel(model);
+        Table table;
+        AlarmsProxyModel &proxy = table.proxy;
         QCOMPARE(proxy.rowCount(), 30);
 
         // Include priority 50 to 100 or any "Valve" text, exclude system SysC.
@@ -97,7 +98,7 @@ private slots:
                    && a->getIdent().getSystem() != QLatin1String("SysC");
         };
         int expected = 0;
-        for (const auto &alarm : model->getAlarms())
+        for (const auto &alarm : table.model->getAlarms())
             expected += structured(alarm);
         QVERIFY(expected > 5 && expected < 25);
         QCOMPARE(proxy.rowCount(), expected);
@@ -109,7 +110,7 @@ private slots:
         QVERIFY(quick.setString(QStringLiteral("pump")));
         proxy.setQuickFilter(quick);
         int both = 0;
-        for (const auto &alarm : model->getAlarms())
+        for (const auto &alarm : table.model->getAlarms())
             both += structured(alarm) && alarm->getData().alarmText.contains(QLatin1String("pump"), Qt::CaseInsensitive);
         QVERIFY(both > 0 && both < expected);
         QCOMPARE(proxy.rowCount(), both);
@@ -138,11 +139,8 @@ private slots:
 
     void sortingKeepsPersistentIndexes()
     {
-        auto model = QSharedPointer<AlarmsModel>::create();
-        model->setAlarms(sampleAlarms());
-        AlarmsProxyModel proxy;
-        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        proxy.setAlarmsModel(model);
+        Table table;
+        AlarmsProxyModel &proxy = table.proxy;
 
         // Newest first by default.
         const auto shown = shownAlarms(proxy);
@@ -152,7 +150,7 @@ private slots:
         const QPersistentModelIndex tracked = proxy.index(3, 2);
         const AlarmIdent trackedIdent = proxy.getAlarmAtRow(tracked)->getIdent();
         QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
-        proxy.sort(column(proxy, QStringLiteral("priority")), Qt::AscendingOrder);
+        proxy.sort(columnOf(proxy, QStringLiteral("priority")), Qt::AscendingOrder);
         QCOMPARE(layout.size(), 1);
         const auto sorted = shownAlarms(proxy);
         for (int i = 1; i < sorted.size(); ++i)
@@ -165,13 +163,8 @@ private slots:
 
     void nestedGroups()
     {
-        auto model = QSharedPointer<AlarmsModel>::create();
-        model->setAlarms(sampleAlarms());
-        AlarmsProxyModel proxy;
-        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        proxy.setAlarmsModel(model);
-        proxy.setGrouping(grouping({QStringLiteral("system"), QStringLiteral("priority")}));
-        QCOMPARE(proxy.getGroupingDepth(), 2);
+        Table table({QStringLiteral("system"), QStringLiteral("priority")});
+        AlarmsProxyModel &proxy = table.proxy;
 
         QCOMPARE(proxy.rowCount(), 3);
         int alarms = 0;
@@ -218,30 +211,16 @@ private slots:
         QVERIFY(proxy.getAlarmAtRow(proxy.index(0, 0)));
     }
 
-    void burstsAreAppliedInOneStep_data()
-    {
-        QTest::addColumn<QStringList>("groups");
-        QTest::addColumn<int>("incrementalLimit");
-        QTest::newRow("flat, row by row") << QStringList() << 1000;
-        QTest::newRow("flat, merged") << QStringList() << 0;
-        QTest::newRow("grouped, row by row") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 1000;
-        QTest::newRow("grouped, merged") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 0;
-    }
+    void burstsAreAppliedInOneStep_data() { groupingsAndBurstModes(); }
     void burstsAreAppliedInOneStep()
     {
         QFETCH(QStringList, groups);
         QFETCH(int, incrementalLimit);
-        auto model = QSharedPointer<AlarmsModel>::create();
+        Table table(groups, incrementalLimit);
+        AlarmsProxyModel &proxy = table.proxy;
         const auto alarms = sampleAlarms();
-        model->setAlarms(alarms);
         const SourceAndFilter filter =
             sourceFilter({ruleSet(false, {patternFilter(QStringLiteral("text"), QStringLiteral("Level*"))})});
-
-        AlarmsProxyModel proxy;
-        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        proxy.setIncrementalBurstLimit(incrementalLimit);
-        proxy.setAlarmsModel(model);
-        proxy.setGrouping(grouping(groups));
         proxy.setFilter(filter);
         const QPersistentModelIndex untouched = proxy.findAlarm(alarms.at(0)->getIdent());
         QVERIFY(untouched.isValid());
@@ -264,11 +243,9 @@ private slots:
                 burst.remove(alarm->getIdent());
         }
 
-        QSignalSpy modelBursts(model.data(), &AlarmsModel::alarmsChanged);
         QSignalSpy resets(&proxy, &QAbstractItemModel::modelReset);
         QSignalSpy layouts(&proxy, &QAbstractItemModel::layoutChanged);
-        model->applyBurst(burst);
-        QCOMPARE(modelBursts.size(), 1);
+        table.model->applyBurst(burst);
         // Merged or row by row, the operator keeps their place.
         QCOMPARE(resets.size(), 0);
         if (incrementalLimit == 0)
@@ -277,11 +254,7 @@ private slots:
         QCOMPARE(proxy.getAlarmAtRow(untouched)->getIdent(), alarms.at(0)->getIdent());
 
         // The result is what a table built from scratch shows.
-        AlarmsProxyModel reference;
-        reference.setAlarmsModel(model);
-        reference.setGrouping(grouping(groups));
-        reference.setFilter(filter);
-        QCOMPARE(dump(proxy), dump(reference));
+        QCOMPARE(dump(proxy), freshDump(table.model, grouping(groups), filter));
         QVERIFY(!proxy.findAlarm(alarms.at(1)->getIdent()).isValid());
         QVERIFY(!proxy.findAlarm(leaving->getIdent()).isValid());
         QVERIFY(proxy.findAlarm(AlarmIdent(QStringLiteral("SysD"), 100)).isValid());
@@ -294,15 +267,7 @@ private slots:
     // interleaved with filter changes: the table always equals one built from
     // scratch, and every persistent index either still shows its alarm or,
     // when the alarm left, is invalid.
-    void randomBurstsKeepTableAndIndexes_data()
-    {
-        QTest::addColumn<QStringList>("groups");
-        QTest::addColumn<int>("incrementalLimit");
-        QTest::newRow("flat, row by row") << QStringList() << 1000;
-        QTest::newRow("flat, merged") << QStringList() << 0;
-        QTest::newRow("grouped, row by row") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 1000;
-        QTest::newRow("grouped, merged") << QStringList{QStringLiteral("system"), QStringLiteral("priority")} << 0;
-    }
+    void randomBurstsKeepTableAndIndexes_data() { groupingsAndBurstModes(); }
     void randomBurstsKeepTableAndIndexes()
     {
         QFETCH(QStringList, groups);
@@ -346,15 +311,9 @@ private slots:
                 }
                 model->applyBurst(burst);
             }
-            AlarmsProxyModel reference;
-            reference.setAlarmsModel(model);
-            reference.setGrouping(grouping(groups));
-            reference.setQuickFilter(proxy.getQuickFilter());
-            QCOMPARE(dump(proxy), dump(reference));
-            for (auto it = tracked.cbegin(); it != tracked.cend(); ++it) {
-                const QModelIndex now = proxy.findAlarm(it.key(), 1);
-                QCOMPARE(QModelIndex(it.value()), now);
-            }
+            QCOMPARE(dump(proxy), freshDump(model, grouping(groups), SourceAndFilter(), proxy.getQuickFilter()));
+            for (auto it = tracked.cbegin(); it != tracked.cend(); ++it)
+                QCOMPARE(QModelIndex(it.value()), proxy.findAlarm(it.key(), 1));
         }
         QCOMPARE(resets.size(), 0);
     }
@@ -379,10 +338,8 @@ private slots:
 
         QCOMPARE(consumer.changes.size(), 1);
         const AlarmChanges &c = consumer.changes.at(0);
-        QCOMPARE(c.added.size(), 1);
-        QCOMPARE(c.added.at(0), alarms.at(7));
-        QCOMPARE(c.removed.size(), 1);
-        QCOMPARE(c.removed.at(0), alarms.at(1));
+        QCOMPARE(c.added, QVector<AlarmInstancePtr>{alarms.at(7)});
+        QCOMPARE(c.removed, QVector<AlarmInstancePtr>{alarms.at(1)});
         QCOMPARE(c.updated.size(), 1);
         QCOMPARE(c.updated.at(0).first, alarms.at(0));
         QCOMPARE(c.updated.at(0).second->getData().priority, 2);

@@ -8,7 +8,6 @@
 #include "SystemConnectionsControl.h"
 #include "SystemRegistry.h"
 
-#include <QSignalSpy>
 #include <QtTest>
 
 using namespace AlarmTestFactory;
@@ -42,6 +41,14 @@ QStringList content(const AlarmRecordList &records)
     return content(alarms);
 }
 
+// The simulated systems feeding a model through an alarm source.
+struct Source {
+    Source() { sim.setConfig(config(), startMs); }
+    AlarmSimulator sim;
+    QSharedPointer<AlarmsModel> model = QSharedPointer<AlarmsModel>::create();
+    AlarmSource source{&sim, model};
+};
+
 SourceAndFilter historyFilter(qint64 fromMs, qint64 toMs, const QStringList &systems)
 {
     SourceAndFilter filter = sourceFilter({ruleSet(true, {numberFilter(QStringLiteral("priority"), QStringLiteral(">99"))})});
@@ -63,10 +70,8 @@ class TestAlarmSource : public QObject
 private slots:
     void liveAlarmsFollowTheSystems()
     {
-        AlarmSimulator sim;
-        sim.setConfig(config(), startMs);
-        auto model = QSharedPointer<AlarmsModel>::create();
-        AlarmSource source(&sim, model);
+        Source live;
+        auto &[sim, model, source] = live;
         QCOMPARE(SysOracleArchive::getInstance()->getSystems(),
                  (QStringList{QStringLiteral("Sys1"), QStringLiteral("Sys2"), QStringLiteral("Sys3")}));
         QCOMPARE(SystemRegistry::instance()->getSystems().size(), 3);
@@ -98,10 +103,8 @@ private slots:
 
     void disconnectedSystemKeepsItsAlarms()
     {
-        AlarmSimulator sim;
-        sim.setConfig(config(), startMs);
-        auto model = QSharedPointer<AlarmsModel>::create();
-        AlarmSource source(&sim, model);
+        Source live;
+        auto &[sim, model, source] = live;
         source.startLive();
         AlarmsProxyModel proxy;
         proxy.setAlarmsModel(model);
@@ -109,9 +112,9 @@ private slots:
         QVERIFY(control->isSystemConnected(QStringLiteral("Sys2")));
         QSignalSpy proxyConnections(&proxy, &AlarmsProxyModel::connectedSystemsChanged);
 
-        const auto ofSystem = [&model](const QString &system) {
+        const auto ofSystem = [&live](const QString &system) {
             QVector<AlarmInstancePtr> result;
-            for (const auto &a : model->getAlarms()) {
+            for (const auto &a : live.model->getAlarms()) {
                 if (a->getIdent().getSystem() == system)
                     result.append(a);
             }
@@ -147,10 +150,8 @@ private slots:
 
     void historyQueryStatesAndCounts()
     {
-        AlarmSimulator sim;
-        sim.setConfig(config(), startMs);
-        auto model = QSharedPointer<AlarmsModel>::create();
-        AlarmSource source(&sim, model);
+        Source live;
+        auto &[sim, model, source] = live;
         source.startLive();
         QSignalSpy states(&source, &AlarmSource::sourceStateChanged);
         QSignalSpy counts(&source, &AlarmSource::sourceCountsChanged);
@@ -189,10 +190,8 @@ private slots:
 
     void historyQueryAbortRefusalAndFailure()
     {
-        AlarmSimulator sim;
-        sim.setConfig(config(), startMs);
-        auto model = QSharedPointer<AlarmsModel>::create();
-        AlarmSource source(&sim, model);
+        Source live;
+        auto &[sim, model, source] = live;
         source.startLive();
         QString error;
 

@@ -3,8 +3,6 @@
 #include "Constants.h"
 #include "TimeRange.h"
 
-#include <QMetaEnum>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {

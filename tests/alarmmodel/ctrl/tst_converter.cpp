@@ -1,34 +1,19 @@
 #include "DynVar.h"
 #include "FloatVar.h"
 #include "IntegerVar.h"
+#include "LogCapture.h"
 #include "Manager.h"
-#include "MsgLoggerModel.h"
-#include "MsgLoggingProducer.h"
 #include "TimeVar.h"
 #include "UIntegerVar.h"
 #include "converter.h"
 
-#include <QPoint>
 #include <QtTest>
-
-namespace {
-QString lastLine(const MsgLoggerModel &model)
-{
-    return model.data(model.index(model.rowCount() - 1, MsgLoggerModel::TextColumn)).toString();
-}
-} // namespace
 
 class TestConverter : public QObject
 {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_buffer = QSharedPointer<MsgLoggerModel>::create();
-        m_logger.setLogThreshold(4);
-        m_logger.setLogUserLogThreshold(0);
-        m_logger.setLogBuffer(m_buffer);
-    }
+    void init() { m_log.clear(); }
 
     void valuesRoundTrip_data()
     {
@@ -60,7 +45,7 @@ private slots:
         const QVariant back = converter::ctrlToNative(ctrl.get());
         QCOMPARE(back, value);
         QCOMPARE(back.userType(), value.userType());
-        QCOMPARE(m_buffer->rowCount(), 0);
+        QVERIFY(m_log.lines().isEmpty());
     }
 
     void argumentListsAndWidenedTypes()
@@ -85,9 +70,9 @@ private slots:
     {
         const QList<QVariant> args{1, QVariantList{QStringLiteral("ok"), QVariantMap{{"pos", QPoint(1, 2)}}}};
         QVERIFY(!converter::nativeToCtrlArguments(&m_logger, args));
-        QCOMPARE(m_buffer->rowCount(), 1);
-        QVERIFY2(lastLine(*m_buffer).contains(QLatin1String("argument 2[1].pos: a value of type QPoint cannot be")),
-                 qPrintable(lastLine(*m_buffer)));
+        QCOMPARE(m_log.lines().size(), 1);
+        QVERIFY2(m_log.lines().first().contains(QLatin1String("argument 2[1].pos: a value of type QPoint cannot be")),
+                 qPrintable(m_log.lines().first()));
         QVERIFY(!converter::nativeToCtrlArguments(nullptr, {QPoint()})); // no logger: no crash
     }
 
@@ -129,7 +114,7 @@ private slots:
         QCOMPARE(error, QStringLiteral("mapping value for key 'empty' has a type NO_VAR, expected type DYN_VAR"));
         // A result class that does not fit the expected type is refused, not cast.
         QVERIFY(!converter::getMapValue<DynVar>(&m_logger, map, TextVar("type"), INTEGER_VAR, error));
-        QCOMPARE(m_buffer->rowCount(), 0); // errors are the caller's to log
+        QVERIFY(m_log.lines().isEmpty()); // errors are the caller's to log
     }
 
     void datapointIdentifiers()
@@ -147,8 +132,8 @@ private slots:
     }
 
 private:
-    MsgLoggingProducer m_logger;
-    QSharedPointer<MsgLoggerModel> m_buffer;
+    LogCapture m_log;
+    const MsgLoggingProducer &m_logger = m_log.producer;
 };
 
 QTEST_GUILESS_MAIN(TestConverter)

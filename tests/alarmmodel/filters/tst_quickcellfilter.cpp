@@ -165,14 +165,11 @@ private slots:
                         options | (matchCase ? QRegularExpression::NoPatternOption
                                              : QRegularExpression::CaseInsensitiveOption));
                     QVERIFY(re.isValid());
+                    const QString what = QStringLiteral("'%1' (mode %2, case %3, full %4) on '%5'")
+                                             .arg(pattern).arg(c.mode).arg(matchCase).arg(fullColumn);
                     for (const QString &cell : cells) {
                         if (filter.matches(cell) != re.match(cell).hasMatch())
-                            QFAIL(qPrintable(QStringLiteral("'%1' (mode %2, case %3, full %4) on '%5'")
-                                                 .arg(pattern)
-                                                 .arg(c.mode)
-                                                 .arg(matchCase)
-                                                 .arg(fullColumn)
-                                                 .arg(cell)));
+                            QFAIL(qPrintable(what.arg(cell)));
                     }
                 }
             }

@@ -6,7 +6,6 @@
 #include "ValueFilterStringPattern.h"
 #include "ValueFilterText.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace AlarmTestFactory;

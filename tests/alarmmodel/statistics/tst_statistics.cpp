@@ -3,7 +3,6 @@
 #include "FilterStatisticsValueConsumer.h"
 #include "FilterViewConfiguration.h"
 
-#include <QSignalSpy>
 #include <QtTest>
 
 using namespace AlarmTestFactory;

@@ -1,68 +1,46 @@
 #include "DemoScenario.h"
 
-#include "AlarmsProxyModel.h"
 #include "AlarmInstance.h"
-#include "ColorEngine.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
-#include "Constants.h"
-#include "FilterStatisticsView.h"
-#include "FilterStatisticsWidget.h"
+#include "ColorEngine.h"
 #include "ConnectionMapWidget.h"
 #include "Constants.h"
 #include "DialogLogHistory.h"
 #include "DialogSystemConnections.h"
+#include "FilterStatisticsView.h"
+#include "FilterStatisticsWidget.h"
 #include "MsgLoggerModel.h"
 #include "MsgLoggerStatistics.h"
-#include "SysConnectModel.h"
+#include "PopupAnswers.h"
 #include "QuickFilterEditor.h"
 #include "Resources.h"
 #include "SourceAndFiltersUi.h"
 #include "SourceUiLong.h"
+#include "SysConnectModel.h"
 #include "SystemSelectionTable.h"
 #include "TimeRangeEditor.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDateTime>
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
-#include <QImage>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QMenu>
-#include <QStatusBar>
-#include <QPointer>
-#include <QRegularExpression>
-#include <QSet>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QTableView>
-#include <QStandardPaths>
-#include <QTest>
-#include <QTimer>
 #include <QTreeView>
+#include <QtTest>
 
 namespace {
-
-QSet<QString> toSet(const QStringList &list)
-{
-    return QSet<QString>(list.begin(), list.end());
-}
 
 QString visibleStateName(int state)
 {
@@ -142,11 +120,8 @@ void DemoScenario::initTestCase()
 
     // Live alarms of several systems are shown.
     QTRY_VERIFY_WITH_TIMEOUT(m_table->model()->rowCount() > 0, 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(toSet(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3,
-                             10000);
-    const QDir dir(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
-    m_filterFile = dir.filePath(QStringLiteral("demo-scenario-%1.json").arg(QCoreApplication::applicationPid()));
-    QFile::remove(m_filterFile);
+    QTRY_VERIFY_WITH_TIMEOUT(shownValues(QStringLiteral("System")).size() >= 3, 10000);
+    m_filterFile = freshTempFile(QStringLiteral("demo-scenario-%1.json"));
 }
 
 void DemoScenario::contextMenuAcknowledgesAnAlarm()
@@ -158,24 +133,26 @@ void DemoScenario::contextMenuAcknowledgesAnAlarm()
     // The simulation goes on meanwhile and may acknowledge the alarm itself
     // first; then the demo says so and another one is tried.
     for (int attempt = 0; attempt < 5; ++attempt) {
-        QModelIndex row;
-        for (int r = 0; r < proxy->rowCount() && !row.isValid(); ++r) {
-            const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(proxy->index(r, 1));
-            if (alarm && alarm->getData().acknowledgeable && alarm->getData().state == AlarmInstance::CameUnacknowledged)
-                row = proxy->index(r, 1);
-        }
-        QVERIFY2(row.isValid(), "no alarm waits for an acknowledgement");
-        const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(row);
+        const auto alarms = shownAlarms();
+        const auto waiting = std::find_if(alarms.begin(), alarms.end(), [](const QSharedPointer<AlarmInstance> &a) {
+            return a->getData().acknowledgeable && a->getData().state == AlarmInstance::CameUnacknowledged;
+        });
+        QVERIFY2(waiting != alarms.end(), "no alarm waits for an acknowledgement");
+        const QSharedPointer<AlarmInstance> alarm = *waiting;
         const AlarmIdent ident = alarm->getIdent();
+        const QModelIndex row = proxy->findAlarm(ident, 1);
         m_table->scrollTo(row);
         const QPoint pos = m_table->viewport()->mapTo(m_window, m_table->visualRect(row).center());
 
-        answerContextMenu(QStringLiteral("Acknowledge"));
+        // The menu comes once the script answered.
+        QStringList offered;
+        bool answered = false;
+        answerNextMenu(this, QStringLiteral("Acknowledge"), &offered, &answered);
         QTest::mousePress(m_window->windowHandle(), Qt::RightButton, {}, pos);
         QTest::mouseRelease(m_window->windowHandle(), Qt::RightButton, {}, pos);
-        QTRY_VERIFY_WITH_TIMEOUT(m_menuAnswered, 10000);
-        QCOMPARE(m_menuEntries, QStringList({alarm->getData().dpe.section(':', 0, 0) + ": " + alarm->getData().alarmText,
-                                             QString(), "Acknowledge", "Details", "Grouped view"}));
+        QTRY_VERIFY_WITH_TIMEOUT(answered, 10000);
+        QCOMPARE(offered, QStringList({alarm->getData().dpe.section(':', 0, 0) + ": " + alarm->getData().alarmText,
+                                       "-", "Acknowledge", "Details", "Grouped view"}));
         if (status->currentMessage() != QStringLiteral("Acknowledged %1").arg(alarm->getData().dpe))
             continue;
         // The table shows the acknowledgement (or the alarm is gone since).
@@ -187,24 +164,21 @@ void DemoScenario::contextMenuAcknowledgesAnAlarm()
 
 void DemoScenario::quickFilterShowsMatchingRows()
 {
-    const int systemColumn = columnOf(QStringLiteral("System"));
     typeQuickFilter(QStringLiteral("turbine"));
     QTRY_VERIFY(m_table->model()->rowCount() > 0);
     // Case-insensitive by default, matched against every column; the other
     // systems' alarms do not mention the turbine.
-    for (const QString &system : shownColumn(systemColumn))
-        QCOMPARE(system, QStringLiteral("Turbine"));
+    QCOMPARE(shownValues(QStringLiteral("System")), QSet<QString>{QStringLiteral("Turbine")});
     for (const QString &row : shownRowTexts())
         QVERIFY2(row.contains(QLatin1String("turbine"), Qt::CaseInsensitive), qPrintable(row));
 
     // A wildcard pattern over the alarm texts.
     typeQuickFilter(QStringLiteral("Boil*"));
     QTRY_VERIFY(m_table->model()->rowCount() > 0);
-    for (const QString &system : shownColumn(systemColumn))
-        QCOMPARE(system, QStringLiteral("Boiler"));
+    QCOMPARE(shownValues(QStringLiteral("System")), QSet<QString>{QStringLiteral("Boiler")});
 
     typeQuickFilter(QString());
-    QTRY_VERIFY(toSet(shownColumn(systemColumn)).size() >= 3);
+    QTRY_VERIFY(shownValues(QStringLiteral("System")).size() >= 3);
 }
 
 void DemoScenario::statisticsBarCountsTheTable()
@@ -215,12 +189,10 @@ void DemoScenario::statisticsBarCountsTheTable()
     QTRY_COMPARE(m_statisticsBar->getAllIds(),
                  (QStringList{QStringLiteral("alert"), QStringLiteral("warning"), QStringLiteral("info"),
                               QStringLiteral("all")}));
-    FilterStatisticsWidget *alert = nullptr;
-    for (auto *cell : m_statisticsBar->findChildren<FilterStatisticsWidget *>()) {
-        if (cell->getId() == QLatin1String("alert"))
-            alert = cell;
-    }
-    QVERIFY(alert);
+    const auto cells = m_statisticsBar->findChildren<FilterStatisticsWidget *>();
+    const auto found = std::find_if(cells.begin(), cells.end(), [](auto *cell) { return cell->getId() == "alert"; });
+    QVERIFY(found != cells.end());
+    FilterStatisticsWidget *alert = *found;
     QTRY_VERIFY(alert->isVisible());
     // Live alarms, no filter: the table shows every alarm, and between two
     // updates the cell counts the same alert rows the table shows.
@@ -304,7 +276,15 @@ void DemoScenario::disconnectedSystemStaysInTheTable()
     QCOMPARE(squares, (QStringList{"Boiler", "Turbine", "Substation", "WaterTreatment"})); // by system number
     QVERIFY(connected->isChecked());
     QCOMPARE(squareColour(map, lost), green);
-    const int shownBefore = shownConnections(lost).size();
+    const auto connections = [this, &lost] {
+        QVector<bool> result;
+        for (const QSharedPointer<AlarmInstance> &alarm : shownAlarms()) {
+            if (alarm->getIdent().getSystem() == lost)
+                result << alarm->isConnected();
+        }
+        return result;
+    };
+    const int shownBefore = connections().size();
     QVERIFY(shownBefore > 0);
 
     // The operator pulls the plug: the square turns red, the alarms stay,
@@ -312,7 +292,7 @@ void DemoScenario::disconnectedSystemStaysInTheTable()
     connected->trigger();
     QVERIFY(!connected->isChecked());
     QCOMPARE(squareColour(map, lost), red);
-    QCOMPARE(shownConnections(lost), QVector<bool>(shownBefore, false));
+    QCOMPARE(connections(), QVector<bool>(shownBefore, false));
     QCOMPARE(squareColour(map, QStringLiteral("Boiler")), green);
 
     // A click on the map lists the systems; only the lost one is flagged.
@@ -348,7 +328,7 @@ void DemoScenario::disconnectedSystemStaysInTheTable()
     connected->trigger();
     QCOMPARE(squareColour(map, lost), green);
     QVERIFY(!model->modelIndex(model->findSystemIdx(lost)).data(Qt::DecorationRole).isValid());
-    const QVector<bool> after = shownConnections(lost);
+    const QVector<bool> after = connections();
     QVERIFY(!after.isEmpty());
     QCOMPARE(after, QVector<bool>(after.size(), true));
     clickClose(systems);
@@ -379,8 +359,7 @@ void DemoScenario::historyQueryOverTwoSystems()
 
     // The table shows exactly the rows of the query, of the two systems only.
     QTRY_COMPARE(m_table->model()->rowCount(), matching);
-    const QStringList systems = shownColumn(columnOf(QStringLiteral("System")));
-    QCOMPARE(toSet(systems), toSet(QueriedSystems));
+    QCOMPARE(shownValues(QStringLiteral("System")), QSet<QString>(QueriedSystems.begin(), QueriedSystems.end()));
 }
 
 void DemoScenario::secondQueryIsAborted()
@@ -431,18 +410,15 @@ void DemoScenario::filterIsSavedAndLoadedBack()
 
     // Back to live alarms, then load the saved history filter: the selector
     // shows it again and the query runs.
-    QTest::keyClick(m_modeCombo, Qt::Key_Up);
-    QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
-    applySource();
-    QTRY_VERIFY(toSet(shownColumn(columnOf(QStringLiteral("System")))).size() >= 3);
+    backToLive();
+    QTRY_VERIFY(shownValues(QStringLiteral("System")).size() >= 3);
 
     answerFileDialog(m_filterFile);
     load->trigger();
     QCOMPARE(m_modeCombo->currentText(), QStringLiteral("History"));
     QTRY_COMPARE_WITH_TIMEOUT(stateText(), visibleStateName(Constants::QueryFinished), 30000);
     QTRY_VERIFY(m_table->model()->rowCount() > 0);
-    QCOMPARE(toSet(shownColumn(columnOf(QStringLiteral("System")))),
-             QSet<QString>{QStringLiteral("Turbine")});
+    QCOMPARE(shownValues(QStringLiteral("System")), QSet<QString>{QStringLiteral("Turbine")});
     QFile::remove(m_filterFile);
 }
 
@@ -453,10 +429,7 @@ void DemoScenario::tableIsExportedAsShown()
     QVERIFY(m_table->model()->rowCount() > 0);
     auto *exportAction = m_window->findChild<QAction *>(QStringLiteral("exportCsvAction"));
     QVERIFY(exportAction && exportAction->isEnabled());
-    const QString file = QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
-                             .filePath(QStringLiteral("demo-scenario-%1.csv").arg(QCoreApplication::applicationPid()));
-    QFile::remove(file);
-
+    const QString file = freshTempFile(QStringLiteral("demo-scenario-%1.csv"));
     const QChar separator = QLatin1Char(';');
     answerCsvOptions(separator, file);
     exportAction->trigger();
@@ -469,26 +442,18 @@ void DemoScenario::tableIsExportedAsShown()
     // The header and every row as the table shows them, columns in the order on screen.
     const QAbstractItemModel *model = m_table->model();
     const QHeaderView *header = m_table->header();
-    const auto escaped = [separator](QString text) {
-        return text.replace(separator, QLatin1Char('\\') + QString(separator));
-    };
-    QStringList expected;
-    QStringList titles;
-    for (int visual = 0; visual < header->count(); ++visual) {
-        if (!header->isSectionHidden(header->logicalIndex(visual)))
-            titles << escaped(model->headerData(header->logicalIndex(visual), Qt::Horizontal).toString());
-    }
-    expected << titles.join(separator);
-    for (int row = 0; row < model->rowCount(); ++row) {
+    // One line of the visible columns in screen order, separators escaped.
+    const auto line = [&](const std::function<QString(int)> &cell) {
         QStringList cells;
         for (int visual = 0; visual < header->count(); ++visual) {
-            const int column = header->logicalIndex(visual);
-            if (!header->isSectionHidden(column))
-                cells << escaped(model->index(row, column).data().toString());
+            if (!header->isSectionHidden(header->logicalIndex(visual)))
+                cells << cell(header->logicalIndex(visual)).replace(separator, QLatin1Char('\\') + QString(separator));
         }
-        expected << cells.join(separator);
-    }
-    QCOMPARE(lines.size(), expected.size());
+        return cells.join(separator);
+    };
+    QStringList expected{line([&](int column) { return model->headerData(column, Qt::Horizontal).toString(); })};
+    for (int row = 0; row < model->rowCount(); ++row)
+        expected << line([&](int column) { return model->index(row, column).data().toString(); });
     QCOMPARE(lines, expected);
 }
 
@@ -537,11 +502,8 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
 
 void DemoScenario::selectionSurvivesAFlood()
 {
-    if (m_modeCombo->currentText() != QLatin1String("Live")) {
-        QTest::keyClick(m_modeCombo, Qt::Key_Up);
-        QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
-        applySource();
-    }
+    if (m_modeCombo->currentText() != QLatin1String("Live"))
+        backToLive();
     auto *proxy = qobject_cast<AlarmsProxyModel *>(m_table->model());
     QVERIFY(proxy && proxy->getAlarmsModel());
     QTRY_VERIFY_WITH_TIMEOUT(proxy->rowCount() > 40, 10000);
@@ -610,18 +572,21 @@ QStringList DemoScenario::shownRowTexts() const
     return rows;
 }
 
-QVector<bool> DemoScenario::shownConnections(const QString &system) const
+QSet<QString> DemoScenario::shownValues(const QString &columnTitle) const
 {
+    const QStringList values = shownColumn(columnOf(columnTitle));
+    return QSet<QString>(values.begin(), values.end());
+}
+
+QVector<QSharedPointer<AlarmInstance>> DemoScenario::shownAlarms() const
+{
+    QVector<QSharedPointer<AlarmInstance>> alarms;
     const auto *proxy = qobject_cast<const AlarmsProxyModel *>(m_table->model());
-    QVector<bool> result;
-    if (!proxy)
-        return result;
-    for (int row = 0; row < proxy->rowCount(); ++row) {
-        const auto alarm = proxy->getAlarmAtRow(proxy->index(row, 0));
-        if (alarm && alarm->getIdent().getSystem() == system)
-            result << alarm->isConnected();
+    for (int row = 0; proxy && row < proxy->rowCount(); ++row) {
+        if (const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(proxy->index(row, 1)))
+            alarms << alarm;
     }
-    return result;
+    return alarms;
 }
 
 int DemoScenario::columnOf(const QString &title) const
@@ -638,6 +603,29 @@ void DemoScenario::applySource()
 {
     QVERIFY(m_applyButton->isVisible());
     QTest::mouseClick(m_applyButton, Qt::LeftButton);
+}
+
+void DemoScenario::backToLive()
+{
+    QTest::keyClick(m_modeCombo, Qt::Key_Up);
+    QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
+    applySource();
+}
+
+QString DemoScenario::freshTempFile(const QString &pattern) const
+{
+    const QString file = QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
+                             .filePath(pattern.arg(QCoreApplication::applicationPid()));
+    QFile::remove(file);
+    return file;
+}
+
+void DemoScenario::chooseInList(QComboBox *list, const QString &text)
+{
+    list->setFocus();
+    for (int i = 0; i < list->count() && list->currentText() != text; ++i)
+        QTest::keyClick(list, Qt::Key_Down);
+    QCOMPARE(list->currentText(), text);
 }
 
 void DemoScenario::typeQuickFilter(const QString &text)
@@ -705,11 +693,7 @@ QString DemoScenario::stateText() const
 
 void DemoScenario::answerFileDialog(const QString &file)
 {
-    // The dialog is modal: answer it from the event loop it runs.
-    QTimer::singleShot(0, this, [this, file] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return answerFileDialog(file); // not open yet
+    answerNextModal<QFileDialog>(this, [file](QFileDialog *dialog) {
         dialog->selectFile(file);
         static_cast<QDialog *>(dialog)->accept(); // QFileDialog hides it
     });
@@ -717,10 +701,8 @@ void DemoScenario::answerFileDialog(const QString &file)
 
 void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
 {
-    QTimer::singleShot(0, this, [this, separator, file] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog || dialog->objectName() != QLatin1String("DialogCsvOptions"))
-            return answerCsvOptions(separator, file); // not open yet
+    answerNextModal<QDialog>(this, [this, separator, file](QDialog *dialog) {
+        QCOMPARE(dialog->objectName(), QStringLiteral("DialogCsvOptions"));
         control<QRadioButton>(dialog, "radioButtonAllRows")->setChecked(true);
         control<QCheckBox>(dialog, "checkBoxHeader")->setChecked(true);
         control<QCheckBox>(dialog, "checkBoxGrouping")->setChecked(false);
@@ -728,27 +710,5 @@ void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
         // The file dialog follows once the options are confirmed.
         answerFileDialog(file);
         control<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
-    });
-}
-
-void DemoScenario::answerContextMenu(const QString &entry)
-{
-    m_menuAnswered = false;
-    m_menuEntries.clear();
-    // The menu comes once the script answered; it is modal too.
-    QTimer::singleShot(10, this, [this, entry] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || menu->objectName() != QLatin1String("alarmContextMenu"))
-            return answerContextMenu(entry);
-        bool found = false;
-        for (QAction *action : menu->actions()) {
-            m_menuEntries << (action->isSeparator() ? QString() : action->text());
-            if (action->text() == entry && action->isEnabled()) {
-                menu->setActiveAction(action);
-                found = true;
-            }
-        }
-        QTest::keyClick(menu, found ? Qt::Key_Return : Qt::Key_Escape);
-        m_menuAnswered = true;
     });
 }

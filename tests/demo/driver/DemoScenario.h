@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
+#include <QSharedPointer>
 #include <QStringList>
 #include <QVector>
 
+class AlarmInstance;
 class QAbstractButton;
 class QComboBox;
 class FilterStatisticsView;
@@ -42,18 +45,22 @@ private:
     void chooseFilterMenuEntry(QWidget *filterButton, const QString &entry);
     void answerMessageBox(QString *text);
     QStringList shownColumn(int column) const;
+    QSet<QString> shownValues(const QString &columnTitle) const;
     QStringList shownRowTexts() const;
-    // Whether each shown alarm of `system` is connected, in table order.
-    QVector<bool> shownConnections(const QString &system) const;
+    // The alarms of the top-level rows, in table order.
+    QVector<QSharedPointer<AlarmInstance>> shownAlarms() const;
     int columnOf(const QString &title) const;
     void applySource();
+    void backToLive();
+    // A file name in the temporary directory that no file has yet.
+    QString freshTempFile(const QString &pattern) const;
     void typeQuickFilter(const QString &text);
     void chooseSystems(const QStringList &systems);
     void chooseTimeRange(const QString &type, int count);
     QString stateText() const;
     void answerFileDialog(const QString &file);
     void answerCsvOptions(QChar separator, const QString &file);
-    void answerContextMenu(const QString &entry);
+    static void chooseInList(QComboBox *list, const QString &text);
 
     QWidget *m_window = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
@@ -68,7 +75,5 @@ private:
     QLabel *m_timeLabel = nullptr;
     QLabel *m_countsLabel = nullptr;
     QString m_filterFile;
-    QStringList m_menuEntries;
-    bool m_menuAnswered = false;
     FilterStatisticsView *m_statisticsBar = nullptr;
 };

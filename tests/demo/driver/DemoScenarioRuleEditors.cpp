@@ -5,7 +5,6 @@
 #include "DemoScenario.h"
 
 #include "AlarmInstance.h"
-#include "AlarmsProxyModel.h"
 #include "SingleFilterTab.h"
 #include "SourceAndFiltersUi.h"
 #include "TabbedStructuredFilterUi.h"
@@ -15,52 +14,20 @@
 #include "WEditFilterRuleText.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QDateTimeEdit>
-#include <QDir>
-#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTableWidget>
-#include <QTest>
-#include <QTimer>
 #include <QToolButton>
-#include <QTreeView>
+#include <QtTest>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
 using RowTest = std::function<bool(const AlarmInstance::Data &)>;
-
-// Whether the table shows rows and every one passes `test`.
-bool allRowsPass(const QTreeView *table, const RowTest &test)
-{
-    const auto *proxy = qobject_cast<const AlarmsProxyModel *>(table->model());
-    if (!proxy || proxy->rowCount() == 0)
-        return false;
-    for (int row = 0; row < proxy->rowCount(); ++row) {
-        const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(proxy->index(row, 1));
-        if (!alarm || !test(alarm->getData()))
-            return false;
-    }
-    return true;
-}
-
-QList<qint64> shownTimes(const QTreeView *table)
-{
-    QList<qint64> times;
-    const auto *proxy = qobject_cast<const AlarmsProxyModel *>(table->model());
-    for (int row = 0; proxy && row < proxy->rowCount(); ++row) {
-        if (const QSharedPointer<AlarmInstance> alarm = proxy->getAlarmAtRow(proxy->index(row, 1)))
-            times << alarm->getData().timeMs;
-    }
-    return times;
-}
 
 template<class T>
 T *editorOf(const TabbedStructuredFilterUi *tabs, const char *property)
@@ -81,30 +48,12 @@ void typeIntoRuleCell(QTableWidget *table, int row, const QString &text)
     QTRY_COMPARE(table->item(row, 0)->text(), text);
 }
 
-// Picks an entry of the Filter menu beside the tabs, from the menu's own loop.
-void answerFilterMenu(QObject *context, const QString &entry, bool &answered)
-{
-    QTimer::singleShot(10, context, [context, entry, &answered] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return answerFilterMenu(context, entry, answered);
-        for (QAction *action : menu->actions()) {
-            if (action->text() == entry)
-                menu->setActiveAction(action);
-        }
-        answered = true;
-        QTest::keyClick(menu, Qt::Key_Return);
-    });
-}
-
 } // namespace
 
 void DemoScenario::ruleEditorsFilterTheTable()
 {
     if (m_modeCombo->currentText() != QLatin1String("Live"))
-        QTest::keyClick(m_modeCombo, Qt::Key_Up);
-    QCOMPARE(m_modeCombo->currentText(), QStringLiteral("Live"));
-    applySource();
+        backToLive();
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
 
@@ -113,6 +62,11 @@ void DemoScenario::ruleEditorsFilterTheTable()
     QVERIFY(tabs->filterTabCount() >= 1);
     tabs->getTabWidget()->setCurrentWidget(tabs->getFilterTabs().first());
     const auto apply = [tabs] { QTest::mouseClick(tabs->getApplyButton(), Qt::LeftButton); };
+    // Whether the table shows rows and every one passes `test`.
+    const auto allRowsPass = [this](const RowTest &test) {
+        const auto alarms = shownAlarms();
+        return !alarms.isEmpty() && std::all_of(alarms.begin(), alarms.end(), [&](const auto &a) { return test(a->getData()); });
+    };
 
     // Priority: a number rule typed into its line.
     auto *priority = editorOf<WEditFilterRuleNumbers>(tabs, "priority");
@@ -123,22 +77,19 @@ void DemoScenario::ruleEditorsFilterTheTable()
     QCOMPARE(priorityLine->toolTip(), QStringLiteral("Filtering rules:\n  greater than 50"));
     apply();
     const RowTest byPriority = [](const AlarmInstance::Data &d) { return d.priority > 50; };
-    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(m_table, byPriority), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(byPriority), 15000);
 
     // Alarm class: one of the classes the completion function lists.
     auto *alarmClass = editorOf<WEditFilterRuleSingleValue>(tabs, "alarmClass");
     QVERIFY2(alarmClass, "no single value editor for the alarm class");
     auto *classList = alarmClass->findChild<QComboBox *>(QStringLiteral("choiceList"));
     QTRY_VERIFY_WITH_TIMEOUT(classList->findText(QStringLiteral("alert")) > 0, 10000);
-    classList->setFocus();
-    for (int i = 0; i < classList->count() && classList->currentText() != QLatin1String("alert"); ++i)
-        QTest::keyClick(classList, Qt::Key_Down);
-    QCOMPARE(classList->currentText(), QStringLiteral("alert"));
+    chooseInList(classList, QStringLiteral("alert"));
     apply();
     const RowTest byClass = [byPriority](const AlarmInstance::Data &d) {
         return byPriority(d) && d.alarmClass == QLatin1String("alert");
     };
-    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(m_table, byClass), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(byClass), 15000);
 
     // Alarm text: include what starts with P, exclude what ends in "low".
     auto *text = editorOf<WEditFilterRuleText>(tabs, "text");
@@ -158,10 +109,12 @@ void DemoScenario::ruleEditorsFilterTheTable()
     const RowTest byText = [byClass](const AlarmInstance::Data &d) {
         return byClass(d) && d.alarmText.startsWith(QLatin1Char('P')) && !d.alarmText.endsWith(QLatin1String("low"));
     };
-    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(m_table, byText), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(byText), 20000);
 
     // Came time: after the middle of what is shown now.
-    QList<qint64> times = shownTimes(m_table);
+    QList<qint64> times;
+    for (const auto &alarm : shownAlarms())
+        times << alarm->getData().timeMs;
     QVERIFY(!times.isEmpty());
     std::sort(times.begin(), times.end());
     const QDateTime after = QDateTime::fromMSecsSinceEpoch(times.at(times.size() / 2) / 1000 * 1000);
@@ -176,27 +129,22 @@ void DemoScenario::ruleEditorsFilterTheTable()
     apply();
     const qint64 afterMs = after.toMSecsSinceEpoch();
     const RowTest byTime = [byText, afterMs](const AlarmInstance::Data &d) { return byText(d) && d.timeMs > afterMs; };
-    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(m_table, byTime), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(byTime), 30000);
 
     // Saved, cleared (every row is back), loaded: the four rules return.
-    const QString file = QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
-                             .filePath(QStringLiteral("demo-rules-%1.json").arg(QCoreApplication::applicationPid()));
-    QFile::remove(file);
+    const QString file = freshTempFile(QStringLiteral("demo-rules-%1.json"));
     answerFileDialog(file);
     m_window->findChild<QAction *>(QStringLiteral("saveFilterAction"))->trigger();
     QVERIFY2(QFile::exists(file), "Save Filter wrote no file");
 
-    bool answered = false;
-    answerFilterMenu(this, QStringLiteral("Clear"), answered);
-    QTest::mouseClick(tabs->getFilterButton(), Qt::LeftButton);
-    QTRY_VERIFY(answered);
-    QTRY_VERIFY_WITH_TIMEOUT(!allRowsPass(m_table, byClass), 15000);
+    chooseFilterMenuEntry(tabs->getFilterButton(), QStringLiteral("Clear"));
+    QTRY_VERIFY_WITH_TIMEOUT(!allRowsPass(byClass), 15000);
     QCOMPARE(editorOf<WEditFilterRuleNumbers>(tabs, "priority")->getFilter(false), QSharedPointer<ValueFilter>());
 
     answerFileDialog(file);
     m_window->findChild<QAction *>(QStringLiteral("loadFilterAction"))->trigger();
     QFile::remove(file);
-    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(m_table, byTime), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(allRowsPass(byTime), 30000);
     QCOMPARE(editorOf<WEditFilterRuleNumbers>(tabs, "priority")->findChild<QLineEdit *>(QStringLiteral("txtInput"))->text(),
              QStringLiteral(">50"));
     QCOMPARE(editorOf<WEditFilterRuleSingleValue>(tabs, "alarmClass")->findChild<QComboBox *>(QStringLiteral("choiceList"))->currentText(),
@@ -209,8 +157,5 @@ void DemoScenario::ruleEditorsFilterTheTable()
     QCOMPARE(loadedTime->findChild<QDateTimeEdit *>(QStringLiteral("dtFirst"))->dateTime(), after);
 
     // Leave the table unfiltered for whatever follows.
-    answered = false;
-    answerFilterMenu(this, QStringLiteral("Clear"), answered);
-    QTest::mouseClick(tabs->getFilterButton(), Qt::LeftButton);
-    QTRY_VERIFY(answered);
+    chooseFilterMenuEntry(tabs->getFilterButton(), QStringLiteral("Clear"));
 }

@@ -3,6 +3,7 @@
 // filter is refused with a message and changes nothing.
 #include "DemoScenario.h"
 
+#include "PopupAnswers.h"
 #include "SingleFilterTab.h"
 #include "SingleLineTextEdit.h"
 #include "SourceAndFiltersUi.h"
@@ -11,21 +12,14 @@
 #include "TabbedStructuredFilterUi.h"
 #include "WEditFilterRuleSingleValue.h"
 
-#include <QAbstractItemModel>
-#include <QApplication>
 #include <QComboBox>
-#include <QFile>
-#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
-#include <QStandardPaths>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTimer>
 #include <QToolButton>
-#include <QTreeView>
 #include <QtTest>
 
 namespace {
@@ -37,15 +31,6 @@ StringPatternEditor *patternEditor(SingleFilterTab *tab, const QString &property
             return editor;
     }
     return nullptr;
-}
-
-QSet<QString> valuesOf(const QTreeView *table, int column)
-{
-    QSet<QString> values;
-    const QAbstractItemModel *model = table->model();
-    for (int row = 0; row < model->rowCount(); ++row)
-        values.insert(model->index(row, column).data().toString());
-    return values;
 }
 
 } // namespace
@@ -60,10 +45,10 @@ void DemoScenario::structuredFilterIsAppliedSavedAndLoaded()
     QCOMPARE(editor->filterTabCount(), 1);
     // The section opens with an animation.
     QTRY_VERIFY(m_panel->height() >= m_panel->sizeHint().height());
-    const int systemColumn = columnOf(QStringLiteral("System"));
-    const int classColumn = columnOf(QStringLiteral("Alarm class"));
-    QVERIFY(systemColumn >= 0 && classColumn >= 0);
-    QTRY_VERIFY(valuesOf(m_table, classColumn).contains(QStringLiteral("info")));
+    const QString systemColumn = QStringLiteral("System");
+    const QString classColumn = QStringLiteral("Alarm class");
+    QVERIFY(columnOf(systemColumn) >= 0 && columnOf(classColumn) >= 0);
+    QTRY_VERIFY(shownValues(classColumn).contains(QStringLiteral("info")));
 
     // Include two systems in the first tab; a second tab, added with "+",
     // excludes the information class.
@@ -82,22 +67,17 @@ void DemoScenario::structuredFilterIsAppliedSavedAndLoaded()
     QVERIFY2(classEditor, "no single value editor for the alarm class");
     auto *classList = classEditor->findChild<QComboBox *>(QStringLiteral("choiceList"));
     QTRY_VERIFY(classList->findText(QStringLiteral("info")) > 0);
-    classList->setFocus();
-    for (int i = 0; i < classList->count() && classList->currentText() != QLatin1String("info"); ++i)
-        QTest::keyClick(classList, Qt::Key_Down);
-    QCOMPARE(classList->currentText(), QStringLiteral("info"));
+    chooseInList(classList, QStringLiteral("info"));
     QTRY_VERIFY(editor->getNotAppliedLabel()->isVisible());
 
     QTest::mouseClick(editor->getApplyButton(), Qt::LeftButton);
     const QSet<QString> twoSystems{QStringLiteral("Boiler"), QStringLiteral("Turbine")};
-    QTRY_COMPARE(valuesOf(m_table, systemColumn), twoSystems);
-    QVERIFY(!valuesOf(m_table, classColumn).contains(QStringLiteral("info")));
+    QTRY_COMPARE(shownValues(systemColumn), twoSystems);
+    QVERIFY(!shownValues(classColumn).contains(QStringLiteral("info")));
     QVERIFY(editor->getNotAppliedLabel()->isHidden());
 
     // Saved from the Filter menu, cleared, and loaded back.
-    const QString file = QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
-                             .filePath(QStringLiteral("demo-structured-%1.json").arg(QCoreApplication::applicationPid()));
-    QFile::remove(file);
+    const QString file = freshTempFile(QStringLiteral("demo-structured-%1.json"));
     answerFileDialog(file);
     chooseFilterMenuEntry(editor->getFilterButton(), QStringLiteral("Save Filter..."));
     QVERIFY2(QFile::exists(file), "Save Filter... wrote no file");
@@ -106,7 +86,7 @@ void DemoScenario::structuredFilterIsAppliedSavedAndLoaded()
     QCOMPARE(editor->filterTabCount(), 1);
     QVERIFY(editor->getFilter().isEmpty());
     QTest::mouseClick(editor->getApplyButton(), Qt::LeftButton);
-    QTRY_VERIFY(valuesOf(m_table, systemColumn).size() >= 3);
+    QTRY_VERIFY(shownValues(systemColumn).size() >= 3);
 
     answerFileDialog(file);
     chooseFilterMenuEntry(editor->getFilterButton(), QStringLiteral("Load Filter..."));
@@ -114,8 +94,8 @@ void DemoScenario::structuredFilterIsAppliedSavedAndLoaded()
     QCOMPARE(editor->getTabWidget()->tabText(1), QStringLiteral("Filter #2: Exclude"));
     QCOMPARE(patternEditor(editor->getFilterTabs().first(), QStringLiteral("system"))->getTextEdit()->toPlainText(),
              QStringLiteral("Boiler;Turb*"));
-    QTRY_COMPARE(valuesOf(m_table, systemColumn), twoSystems);
-    QVERIFY(!valuesOf(m_table, classColumn).contains(QStringLiteral("info")));
+    QTRY_COMPARE(shownValues(systemColumn), twoSystems);
+    QVERIFY(!shownValues(classColumn).contains(QStringLiteral("info")));
     QFile::remove(file);
 
     // A file that is no filter: a message names the problem, the filter stays.
@@ -130,41 +110,28 @@ void DemoScenario::structuredFilterIsAppliedSavedAndLoaded()
     chooseFilterMenuEntry(editor->getFilterButton(), QStringLiteral("Load Filter..."));
     QVERIFY2(message.contains(file), qPrintable(message));
     QVERIFY(editor->getFilter().isEqual(before));
-    QCOMPARE(valuesOf(m_table, systemColumn), twoSystems);
+    QCOMPARE(shownValues(systemColumn), twoSystems);
     QFile::remove(file);
 
     // Leave the table unfiltered for the steps that follow.
     chooseFilterMenuEntry(editor->getFilterButton(), QStringLiteral("Clear"));
     QTest::mouseClick(editor->getApplyButton(), Qt::LeftButton);
-    QTRY_VERIFY(valuesOf(m_table, systemColumn).size() >= 3);
+    QTRY_VERIFY(shownValues(systemColumn).size() >= 3);
 }
 
 void DemoScenario::chooseFilterMenuEntry(QWidget *filterButton, const QString &entry)
 {
-    bool found = false;
-    QTimer::singleShot(0, this, [&found, entry] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return;
-        for (QAction *action : menu->actions()) {
-            if (action->text() == entry && action->isEnabled()) {
-                menu->setActiveAction(action);
-                found = true;
-            }
-        }
-        QTest::keyClick(menu, found ? Qt::Key_Return : Qt::Key_Escape);
-    });
+    QStringList offered;
+    bool answered = false;
+    answerNextMenu(this, entry, &offered, &answered);
     QTest::mouseClick(filterButton, Qt::LeftButton);
-    QVERIFY2(found, qPrintable(QStringLiteral("no enabled entry '%1' in the Filter menu").arg(entry)));
+    QTRY_VERIFY(answered);
+    QVERIFY2(offered.contains(entry), qPrintable(QStringLiteral("no entry '%1' in the Filter menu").arg(entry)));
 }
 
 void DemoScenario::answerMessageBox(QString *text)
 {
-    // It comes after the file dialog: look again until it is there.
-    QTimer::singleShot(0, this, [this, text] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
-            return answerMessageBox(text);
+    answerNextModal<QMessageBox>(this, [text](QMessageBox *box) {
         *text = box->text();
         box->accept();
     });

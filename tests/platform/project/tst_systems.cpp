@@ -1,6 +1,5 @@
 #include "SystemRegistry.h"
 
-#include <QSignalSpy>
 #include <QtTest>
 
 using SystemMap = QMap<unsigned int, SystemInfo>;

@@ -4,8 +4,6 @@
 #include "SimulationTestConfig.h"
 #include "TestProject.h"
 
-#include <QHash>
-#include <QSignalSpy>
 #include <QtTest>
 
 namespace {

@@ -5,7 +5,6 @@
 #include "PlatformLogCapture.h"
 #include "TestProject.h"
 
-#include <QSignalSpy>
 #include <QtTest>
 
 namespace {

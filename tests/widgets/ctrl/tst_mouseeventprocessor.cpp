@@ -9,11 +9,10 @@
 #include "MouseEventProcessor.h"
 #include "MouseProcessorConfiguration.h"
 #include "PlatformLogCapture.h"
+#include "PopupAnswers.h"
 #include "TestProject.h"
 
-#include <QApplication>
 #include <QMenu>
-#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTreeView>
 #include <QtTest>
@@ -75,24 +74,6 @@ class TestMouseEventProcessor : public QObject
             QTest::mousePress(window, button, {}, pos);
         for (Qt::MouseButton button : buttons)
             QTest::mouseRelease(window, button, {}, pos);
-    }
-
-    // Answers the next pop-up menu by choosing the entry `text` (or by
-    // closing it when empty) and records what it offered.
-    void answerMenu(const QString &text)
-    {
-        m_offered.clear();
-        QTimer::singleShot(0, this, [this, text] {
-            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-            if (!menu)
-                return answerMenu(text);
-            for (QAction *action : menu->actions()) {
-                m_offered << action->text();
-                if (action->text() == text)
-                    menu->setActiveAction(action);
-            }
-            QTest::keyClick(menu, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-        });
     }
 
 private slots:
@@ -189,24 +170,25 @@ private slots:
         const QModelIndex group = m_proxy->index(0, 0);
         QVERIFY(!m_proxy->getAlarmAtRow(group));
 
-        answerMenu(QStringLiteral("Collapse all nodes"));
+        QStringList offered;
+        answerNextMenu(this, QStringLiteral("Collapse all nodes"), &offered);
         press(group, {Qt::RightButton});
-        QCOMPARE(m_offered, QStringList({"Expand all nodes", "Collapse all nodes"}));
+        QCOMPARE(offered, QStringList({"Expand all nodes", "Collapse all nodes"}));
         QVERIFY(!m_view->isExpanded(group));
 
         owner.setActionState(EwoActions::CollapseAllNodes, ActionAccess::Hidden);
-        answerMenu(QStringLiteral("Expand all nodes"));
+        answerNextMenu(this, QStringLiteral("Expand all nodes"), &offered);
         press(group, {Qt::RightButton});
-        QCOMPARE(m_offered, QStringList{"Expand all nodes"});
+        QCOMPARE(offered, QStringList{"Expand all nodes"});
         QVERIFY(m_view->isExpanded(group));
 
         // Another column, or another button held too: nothing at all.
-        m_offered.clear();
+        offered.clear();
         const int pending = Controller::thisPtr->pendingCallCount();
         press(m_proxy->index(0, 1), {Qt::RightButton});
         press(group, {Qt::LeftButton, Qt::RightButton});
         QCoreApplication::processEvents();
-        QVERIFY(m_offered.isEmpty());
+        QVERIFY(offered.isEmpty());
         QCOMPARE(Controller::thisPtr->pendingCallCount(), pending);
 
         // A row below a group node: its row path starts with the group's row.
@@ -312,7 +294,6 @@ private:
     QSharedPointer<AlarmsModel> m_model;
     std::unique_ptr<AlarmsProxyModel> m_proxy;
     std::unique_ptr<QTreeView> m_view;
-    QStringList m_offered;
 };
 
 QTEST_MAIN(TestMouseEventProcessor)

@@ -25,14 +25,6 @@ QVector<AlarmInstancePtr> sampleAlarms()
     return alarms;
 }
 
-GroupingConfiguration grouping(const QStringList &properties)
-{
-    GroupingConfiguration config(nullptr, QStringLiteral("test"));
-    for (const QString &property : properties)
-        config.addRule(QSharedPointer<AlarmsGroupRule>::create(Constants::ValueSourceAlarm, property));
-    return config;
-}
-
 // The group below `parent` whose value is `value`.
 QModelIndex group(const QAbstractItemModel &model, const QVariant &value, const QModelIndex &parent = {})
 {

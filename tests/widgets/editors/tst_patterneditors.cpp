@@ -10,11 +10,9 @@
 #include "ValueFilterText.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QClipboard>
 #include <QCompleter>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTextBlock>
 #include <QTextLayout>
 #include <QVBoxLayout>

@@ -1,9 +1,7 @@
 #include "Spoiler.h"
 
 #include <QLabel>
-#include <QParallelAnimationGroup>
 #include <QScrollArea>
-#include <QSignalSpy>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>

@@ -1,16 +1,16 @@
 #include "AlarmScreenConfiguration.h"
+#include "AlarmTestFactory.h"
 #include "CompletionSource.h"
 #include "FilterCompletions.h"
 #include "EwoActions.h"
 #include "FilterRuleContainer.h"
 #include "LogCapture.h"
+#include "PopupAnswers.h"
 #include "SingleFilterTab.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SourceAndFiltersUiFactoryPlugin.h"
 #include "TabbedStructuredFilterUi.h"
 #include "TestProject.h"
-#include "ValueFilterFixed.h"
-#include "ValueFilterStringPattern.h"
 #include "WFixedFilterToggleButton.h"
 
 #include <QAbstractButton>
@@ -20,13 +20,14 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QtTest>
 
 #include <functional>
+
+using namespace AlarmTestFactory;
 
 namespace {
 
@@ -74,6 +75,12 @@ public:
     bool matchCase = false;
 };
 
+// What the page's "acknowledged" toggle contributes to every rule set.
+QSharedPointer<ValueFilterFixed> acknowledged(bool checked)
+{
+    return fixedFilter(QStringLiteral("acknowledged"), QStringLiteral("acknowledged"), true, checked);
+}
+
 // Pages with a "text" and a "dpe" pattern editor and an "acknowledged" toggle.
 class PagePlugin : public SourceAndFiltersUiFactoryPlugin
 {
@@ -85,10 +92,7 @@ public:
         auto *layout = new QGridLayout(page);
         layout->addWidget(new LineFilter(QStringLiteral("text"), page), 0, 0);
         layout->addWidget(new LineFilter(QStringLiteral("dpe"), page), 0, 1);
-        auto flag = QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), QStringLiteral("acknowledged"),
-                                                             Constants::ValueSourceAlarm, false,
-                                                             QStringLiteral("acknowledged"), true, false);
-        layout->addWidget(new WFixedFilterToggleButton(WildcardConfig(), flag, page), 1, 0);
+        layout->addWidget(new WFixedFilterToggleButton(WildcardConfig(), acknowledged(false), page), 1, 0);
         list << QStringLiteral("text") << QStringLiteral("dpe");
         return page;
     }
@@ -119,37 +123,6 @@ AlarmScreenConfiguration configuration(const QString &library = QString())
     widgets.setFixedCompletions({{QStringLiteral("text"), {QStringLiteral("Pump"), QStringLiteral("Valve")}}});
     config.setFilterWidgetConfig(widgets);
     return config;
-}
-
-QSharedPointer<ValueFilter> pattern(const QString &column, const QString &text)
-{
-    auto filter = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), column,
-                                                                   Constants::ValueSourceAlarm, false);
-    filter->setFilterText(text);
-    return filter;
-}
-
-SourceAndFilter filterOf(const QList<FilterRuleSet> &sets, bool matchCase = false)
-{
-    SourceAndFilter filter;
-    filter.setFilterContainer(QSharedPointer<FilterRuleContainer>::create(WildcardConfig(), sets, matchCase));
-    return filter;
-}
-
-// What the page's "acknowledged" toggle contributes to every rule set.
-QSharedPointer<ValueFilter> acknowledged(bool checked)
-{
-    return QSharedPointer<ValueFilterFixed>::create(WildcardConfig(), QStringLiteral("acknowledged"),
-                                                    Constants::ValueSourceAlarm, false, QStringLiteral("acknowledged"),
-                                                    true, checked);
-}
-
-FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilter>> &filters)
-{
-    FilterRuleSet set(WildcardConfig(), include, false);
-    for (const auto &f : filters)
-        set.addFilter(f);
-    return set;
 }
 
 LineFilter *lineFilter(SingleFilterTab *tab, const QString &column)
@@ -252,9 +225,7 @@ private slots:
         // Closing asks first; only Yes deletes.
         for (auto button : {QMessageBox::No, QMessageBox::Yes}) {
             QString question;
-            QTimer::singleShot(0, [&question, button] {
-                auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-                QVERIFY(box);
+            answerNextModal<QMessageBox>(this, [&question, button](QMessageBox *box) {
                 question = box->windowTitle() + QLatin1Char('|') + box->text();
                 box->button(button)->click();
             });
@@ -281,8 +252,8 @@ private slots:
 
         const SourceAndFilter built = editor.getFilter();
         const SourceAndFilter expected =
-            filterOf({ruleSet(true, {pattern(QStringLiteral("text"), QStringLiteral("Pump*")), acknowledged(false)}),
-                      ruleSet(false, {pattern(QStringLiteral("dpe"), QStringLiteral("*test*")), acknowledged(true)})},
+            sourceFilter({ruleSet(true, {patternFilter(QStringLiteral("text"), QStringLiteral("Pump*")), acknowledged(false)}),
+                      ruleSet(false, {patternFilter(QStringLiteral("dpe"), QStringLiteral("*test*")), acknowledged(true)})},
                      true);
         expected.getFilterContainer()->setMatchCase(true);
         QVERIFY(built.isFilterEqual(expected));
@@ -309,11 +280,11 @@ private slots:
         static_cast<MsgLoggingProducer &>(config) = log.producer;
         TabbedStructuredFilterUi editor(config, nullptr);
         QSignalSpy applied(&editor, &StructuredFilterUi::applyStructuredFilter);
-        const auto unknown = pattern(QStringLiteral("alias"), QStringLiteral("x"));
+        const auto unknown = patternFilter(QStringLiteral("alias"), QStringLiteral("x"));
         QString error;
 
         // One set shown in part, one not at all: the latter's tab goes.
-        QCOMPARE(editor.displayFilter(filterOf({ruleSet(true, {pattern(QStringLiteral("text"), QStringLiteral("a")), unknown}),
+        QCOMPARE(editor.displayFilter(sourceFilter({ruleSet(true, {patternFilter(QStringLiteral("text"), QStringLiteral("a")), unknown}),
                                                ruleSet(false, {unknown})}),
                                       StructuredFilterUi::ApplyButtonFilter, error),
                  WFilter::PartlyDisplayed);
@@ -325,14 +296,14 @@ private slots:
 
         // Nothing showable: one empty tab, nothing applied.
         applied.clear();
-        QCOMPARE(editor.displayFilter(filterOf({ruleSet(true, {unknown})}), StructuredFilterUi::ApplyButtonFilter, error),
+        QCOMPARE(editor.displayFilter(sourceFilter({ruleSet(true, {unknown})}), StructuredFilterUi::ApplyButtonFilter, error),
                  WFilter::NoneDisplayed);
         QCOMPARE(tabTitles(editor), QStringList({QStringLiteral("Filter #1: Include"), QString()}));
         QVERIFY(editor.getFilter().isEmpty());
         QCOMPARE(applied.count(), 0);
 
         // An editor's refusal stops the display with the reason.
-        QCOMPARE(editor.displayFilter(filterOf({ruleSet(true, {pattern(QStringLiteral("dpe"), QStringLiteral("bad"))})}),
+        QCOMPARE(editor.displayFilter(sourceFilter({ruleSet(true, {patternFilter(QStringLiteral("dpe"), QStringLiteral("bad"))})}),
                                       StructuredFilterUi::ApplyButtonFilter, error),
                  WFilter::DisplayFailed);
         QCOMPARE(error, QStringLiteral("error displaying filter for 'dpe': cannot show it"));
@@ -351,7 +322,7 @@ private slots:
         editor.getApplyButton()->click();
         QCOMPARE(applied.count(), 1);
         const SourceAndFilter appliedFilter = applied.first().at(0).value<SourceAndFilter>();
-        QVERIFY(appliedFilter.isFilterEqual(filterOf({ruleSet(true, {pattern(QStringLiteral("text"), QStringLiteral("Valve")), acknowledged(false)})})));
+        QVERIFY(appliedFilter.isFilterEqual(sourceFilter({ruleSet(true, {patternFilter(QStringLiteral("text"), QStringLiteral("Valve")), acknowledged(false)})})));
         QCOMPARE(applied.first().at(1).toInt(), 0);
 
         // The hint follows the comparison only where settings may be applied.
@@ -374,11 +345,13 @@ private slots:
         // Hiding saving hides loading too.
         editor.setActionState(EwoActions::SaveFilter, ActionAccess::Hidden);
         QStringList shown;
-        onMenu([&shown](QMenu *menu) { shown = entries(menu); }, [button] { button->click(); });
+        answerNextMenu(this, QString(), &shown);
+        button->click();
         QCOMPARE(shown, QStringList({QStringLiteral("Match case"), QStringLiteral("-"), QStringLiteral("Clear")}));
 
         // Match case is chosen from the menu and reaches the editors.
-        onMenu([](QMenu *menu) { choose(menu, entry(menu, QStringLiteral("Match case"))); }, [button] { button->click(); });
+        answerNextMenu(this, QStringLiteral("Match case"));
+        button->click();
         QVERIFY(editor.isMatchCase());
         QVERIFY(lineFilter(editor.getFilterTabs().first(), QStringLiteral("text"))->matchCase);
 
@@ -386,7 +359,7 @@ private slots:
         editor.setActionState(EwoActions::SaveFilter, ActionAccess::Enabled);
         editor.setActionState(EwoActions::LoadFilter, ActionAccess::Disabled);
         const SourceAndFilter defaults =
-            filterOf({ruleSet(true, {pattern(QStringLiteral("dpe"), QStringLiteral("d*")), acknowledged(false)})});
+            sourceFilter({ruleSet(true, {patternFilter(QStringLiteral("dpe"), QStringLiteral("d*")), acknowledged(false)})});
         editor.setDefaultFilter(defaults, UserSettings::DefaultFilterSetAndShow);
         QVERIFY(editor.getFilter().isFilterEqual(defaults));
         bool loadEnabled = true;
@@ -409,23 +382,10 @@ private slots:
         QVERIFY(editor.getFilter().isEmpty());
 
         QSignalSpy requested(&editor, &StructuredFilterUi::filterActionRequested);
-        onMenu([](QMenu *menu) { choose(menu, entry(menu, QStringLiteral("Save Filter..."))); }, [button] { button->click(); });
+        answerNextMenu(this, QStringLiteral("Save Filter..."));
+        button->click();
         QCOMPARE(requested.count(), 1);
         QCOMPARE(requested.first().at(0).toString(), EwoActions::SaveFilter);
-    }
-
-    void defaultEqualToWhatIsShownChangesNothing()
-    {
-        TabbedStructuredFilterUi editor(configuration(), nullptr);
-        lineFilter(editor.addFilterTab(), QStringLiteral("text"))->edit->setText(QStringLiteral("a"));
-        const SourceAndFilter shown = editor.getFilter();
-        SingleFilterTab *tab = editor.getFilterTabs().first();
-        QSignalSpy applied(&editor, &StructuredFilterUi::applyStructuredFilter);
-        editor.setDefaultFilter(shown, UserSettings::DefaultFilterSetAndShow);
-        QCOMPARE(applied.count(), 0);
-        QCOMPARE(editor.getFilterTabs().first(), tab);
-        QVERIFY(editor.isUseDefaultFilter());
-        QVERIFY(editor.getDefaultFilter().isFilterEqual(shown));
     }
 
     void completionsReachEditorsAndFollowTheFilterText()

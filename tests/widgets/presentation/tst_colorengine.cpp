@@ -3,8 +3,6 @@
 #include "Resources.h"
 #include "TestProject.h"
 
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -30,14 +28,6 @@ QStringList problems(const LogCapture &log)
             lines << line;
     }
     return lines;
-}
-
-void write(const QString &file, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(file).absolutePath());
-    QFile out(file);
-    QVERIFY(out.open(QIODevice::WriteOnly));
-    out.write(content);
 }
 
 void tick(ColorEngine &engine, int times = 1)
@@ -125,13 +115,13 @@ private slots:
     {
         // Two project paths and a base path; reading goes from the last
         // project path to the first, then the base path, and later files win.
-        QTemporaryDir sub, project, base;
-        write(sub.filePath("colorDB/a"), "\"Same\" N {1,1,1}\n\"SubOnly\" N {2,2,2}\n\"_Window\" N {9,9,9}\n");
-        write(project.filePath("colorDB/B"), "\"Same\" N {3,3,3}\n\"A\" \"B\"\n\"B\" \"C\"\n\"C\" N <{0,0,255} 2 {0,0,0} 2>\n");
-        write(project.filePath("colorDB/c"), "\"Loop\" \"Loop\"\n\"Lost\" N \"Nowhere\"\nnonsense\n\"Blue\" \"C\"\n");
-        write(project.filePath("colorDB/deeper/d"), "\"Deep\" N {4,4,4}\n");
-        write(base.filePath("colorDB/z"), "\"BaseOnly\" N {5,5,5}\n");
-        const QStringList previous = Resources::getProjectPaths();
+        TestProject sub, project;
+        QTemporaryDir base;
+        const QString subA = sub.write("colorDB/a", "\"Same\" N {1,1,1}\n\"SubOnly\" N {2,2,2}\n\"_Window\" N {9,9,9}\n");
+        const QString b = project.write("colorDB/B", "\"Same\" N {3,3,3}\n\"A\" \"B\"\n\"B\" \"C\"\n\"C\" N <{0,0,255} 2 {0,0,0} 2>\n");
+        const QString c = project.write("colorDB/c", "\"Loop\" \"Loop\"\n\"Lost\" N \"Nowhere\"\nnonsense\n\"Blue\" \"C\"\n");
+        const QString d = project.write("colorDB/deeper/d", "\"Deep\" N {4,4,4}\n");
+        const QString z = writeProjectFile(base, "colorDB/z", "\"BaseOnly\" N {5,5,5}\n");
         const QString previousBase = Resources::getBasePath();
         Resources::setProjectPaths({sub.path(), project.path()});
         Resources::setBasePath(base.path());
@@ -139,13 +129,11 @@ private slots:
         LogCapture log;
         ColorEngine engine(&log.producer, nullptr);
         const QVector<QString> files = engine.getColorDbs();
-        QCOMPARE(files, (QVector<QString>{project.filePath("colorDB/B"), project.filePath("colorDB/c"),
-                                          project.filePath("colorDB/deeper/d"), sub.filePath("colorDB/a"),
-                                          base.filePath("colorDB/z")}));
+        QCOMPARE(files, (QVector<QString>{b, c, d, subA, z}));
         // A file that cannot be read is skipped with a warning; the others load.
-        engine.addColorDatabase(project.filePath("colorDB/missing"));
+        const QString missing = project.path() + QStringLiteral("/colorDB/missing");
+        engine.addColorDatabase(missing);
         engine.loadAllColorDbs();
-        Resources::setProjectPaths(previous);
         Resources::setBasePath(previousBase);
 
         QCOMPARE(engine.getColor("Same")->getCurrentColor(), QColor(1, 1, 1));
@@ -160,7 +148,7 @@ private slots:
         QVERIFY(!engine.getColor("A")->getCurrentColor().isValid());
         QVERIFY(!engine.getColor("Loop")->getCurrentColor().isValid());
         QCOMPARE(problems(log),
-                 (QStringList{"2|color database cannot be read, skipped: " + project.filePath("colorDB/missing") +
+                 (QStringList{"2|color database cannot be read, skipped: " + missing +
                                   " (No such file or directory)",
                               "2|the syntax of color line was not recognized: nonsense",
                               "3|infinite loop detected while searching for alias: Loop, search stack is Loop",

@@ -8,8 +8,8 @@
 #include "ExportCsvOptions.h"
 #include "ExporterCSV.h"
 #include "LogCapture.h"
+#include "PopupAnswers.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -17,8 +17,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QTreeView>
 #include <QtTest>
 
@@ -50,10 +48,7 @@ struct Table
                           ColumnDefinition(Constants::ValueSourceAlarm, QStringLiteral("nosuch"), QStringLiteral("Empty")),
                           ColumnDefinition(Constants::ValueSourceAlarm, QStringLiteral("system"), QStringLiteral("System"))});
         proxy.setAlarmsModel(model);
-        GroupingConfiguration grouping(nullptr, QStringLiteral("test"));
-        grouping.addRule(QSharedPointer<AlarmsGroupRule>::create(Constants::ValueSourceAlarm, QStringLiteral("system")));
-        grouping.addRule(QSharedPointer<AlarmsGroupRule>::create(Constants::ValueSourceAlarm, QStringLiteral("alarmClass")));
-        proxy.setGrouping(grouping);
+        proxy.setGrouping(grouping({QStringLiteral("system"), QStringLiteral("alarmClass")}));
         view.setModel(&proxy);
         view.header()->moveSection(3, 0);
         view.header()->moveSection(3, 1);
@@ -230,9 +225,7 @@ private slots:
         // separator cannot be confirmed.
         bool selectedEnabled = true;
         bool okWithoutSeparator = true;
-        QTimer::singleShot(0, this, [&] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
+        answerNextModal<QDialog>(this, [&](QDialog *dialog) {
             QCOMPARE(dialog->windowTitle(), QStringLiteral("Options for export to CSV"));
             selectedEnabled = dialog->findChild<QRadioButton *>(QStringLiteral("radioButtonSelectedRows"))->isEnabled();
             auto *separator = dialog->findChild<QLineEdit *>(QStringLiteral("lineEditSeparator"));
@@ -246,9 +239,7 @@ private slots:
         QVERIFY(!okWithoutSeparator);
         QCOMPARE(options.getSeparator(), QStringLiteral(","));
 
-        QTimer::singleShot(0, this, [] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
+        answerNextModal<QDialog>(this, [](QDialog *dialog) {
             dialog->findChild<QRadioButton *>(QStringLiteral("radioButtonSelectedRows"))->setChecked(true);
             dialog->findChild<QCheckBox *>(QStringLiteral("checkBoxHeader"))->setChecked(false);
             dialog->findChild<QCheckBox *>(QStringLiteral("checkBoxGrouping"))->setChecked(true);

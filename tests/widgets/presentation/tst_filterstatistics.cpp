@@ -13,7 +13,6 @@
 #include "TextVar.h"
 
 #include <QLabel>
-#include <QSignalSpy>
 #include <QtTest>
 
 using namespace AlarmTestFactory;

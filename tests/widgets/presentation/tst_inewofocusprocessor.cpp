@@ -4,9 +4,6 @@
 #include "InEwoFocusProcessor.h"
 #include "LogCapture.h"
 
-#include <QApplication>
-#include <QFocusEvent>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QtTest>

@@ -5,7 +5,6 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTableView>
 #include <QtTest>
 
