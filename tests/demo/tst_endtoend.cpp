@@ -38,9 +38,20 @@ Run runDemo(const QStringList &arguments, const QProcessEnvironment &extra = QPr
     return run;
 }
 
+// QtTest cuts long messages, and a session's output is long: the verdicts of
+// the session, the sanitizers' reports and the last lines of stderr tell what
+// went wrong.
 QString describe(const Run &run)
 {
-    return QStringLiteral("exit code %1\n--- stdout\n%2\n--- stderr\n%3").arg(run.exitCode).arg(run.out, run.err);
+    static const QRegularExpression telling(QStringLiteral("^(FAIL!|XPASS|Totals)|Loc: \\[|ERROR: |runtime error|SUMMARY: "));
+    QStringList lines{QStringLiteral("exit code %1").arg(run.exitCode)};
+    for (const QString &line : (run.out + QLatin1Char('\n') + run.err).split(QLatin1Char('\n'))) {
+        if (telling.match(line).hasMatch())
+            lines << line.left(300);
+    }
+    const QStringList err = run.err.trimmed().split(QLatin1Char('\n'));
+    lines << QStringLiteral("--- end of stderr") << err.mid(qMax(0, err.size() - 3));
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
