@@ -39,6 +39,8 @@ void ViewTopAnchor::track()
     // current row, a new layout): that is not the operator's place.
     if (m_restorePending || !m_model || m_view->model() != m_model)
         return;
+    const QScrollBar *vertical = m_view->verticalScrollBar();
+    m_atTop = vertical->value() == vertical->minimum();
     const QModelIndex top = m_view->indexAt(QPoint(0, 0));
     m_top = top.isValid() ? top.sibling(top.row(), 0) : QModelIndex();
     m_topOffset = top.isValid() ? m_view->visualRect(top).top() : 0;
@@ -55,7 +57,10 @@ void ViewTopAnchor::modelChanging()
 void ViewTopAnchor::restore()
 {
     m_restorePending = false;
-    if (m_top.isValid() && m_view->model() == m_model && isShownInView(m_top)) {
+    if (m_atTop && m_view->model() == m_model) {
+        QScrollBar *vertical = m_view->verticalScrollBar();
+        vertical->setValue(vertical->minimum());
+    } else if (m_top.isValid() && m_view->model() == m_model && isShownInView(m_top)) {
         QScrollBar *horizontal = m_view->horizontalScrollBar();
         const int column = horizontal->value();
         m_view->scrollTo(m_top, QAbstractItemView::PositionAtTop);

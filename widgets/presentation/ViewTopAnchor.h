@@ -18,6 +18,8 @@ class QAbstractItemView;
 // top once the model has finished, one event loop turn later however many
 // changes came in between. A top row that left the model, or that now sits
 // in a collapsed group, leaves the scroll position alone. A reset forgets it.
+// A view scrolled to its very top stays there: an operator watching the top
+// of the table wants to see what arrives there, not be pushed down by it.
 class WIDGETS_EXPORT ViewTopAnchor : public QObject
 {
     Q_OBJECT
@@ -40,4 +42,5 @@ private:
     QPersistentModelIndex m_top;
     int m_topOffset = 0; // pixels of the top row above the viewport
     bool m_restorePending = false;
+    bool m_atTop = true; // scrolled to the very top
 };

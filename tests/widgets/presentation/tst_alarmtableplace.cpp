@@ -7,6 +7,7 @@
 #include "AlarmsModel.h"
 #include "ViewTopAnchor.h"
 
+#include <QScrollBar>
 #include <QTreeView>
 #include <QtTest>
 
@@ -218,6 +219,36 @@ private slots:
         QTRY_COMPARE(placeOf(view, proxy).top, before.top);
         QCOMPARE(placeOf(view, proxy).selected, pumps);
         QCOMPARE(resets.size(), 0);
+    }
+
+    void atTheVeryTopNewAlarmsComeIntoView()
+    {
+        QRandomGenerator random(5);
+        QVector<AlarmInstancePtr> alarms;
+        for (int serial = 1; serial <= 500; ++serial)
+            alarms.append(alarmAt(serial, random));
+        auto model = QSharedPointer<AlarmsModel>::create();
+        model->setAlarms(alarms);
+        AlarmsProxyModel proxy;
+        proxy.setAlarmsModel(model);
+        QTreeView view;
+        view.setModel(&proxy);
+        view.resize(900, 300);
+        ViewTopAnchor anchor(&view);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        view.sortByColumn(columnOf(proxy, QStringLiteral("time")), Qt::DescendingOrder);
+        QCOMPARE(view.verticalScrollBar()->value(), 0);
+
+        // The newest alarm sorts first and is seen at once.
+        AlarmBurst burst;
+        const AlarmInstancePtr newest = makeAlarm(QStringLiteral("SysA"), 1000, 10, texts.at(0), baseTime + 9999000);
+        burst.upsert(newest);
+        model->applyBurst(burst);
+        // The anchor acts one event loop turn after the change.
+        QCoreApplication::processEvents();
+        QCOMPARE(placeOf(view, proxy).top, newest->getIdent());
+        QCOMPARE(view.verticalScrollBar()->value(), 0);
     }
 };
 
