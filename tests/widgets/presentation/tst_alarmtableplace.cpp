@@ -2,7 +2,7 @@
 // alarm at the top, opened groups) through an alarm flood, a quick filter
 // change and a sort change, in a real tree view.
 
-#include "../../alarmmodel/AlarmTestFactory.h"
+#include "AlarmTestFactory.h"
 #include "AlarmBurst.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
