@@ -73,4 +73,9 @@ inline double bestOf(int repeat, const std::function<void()> &prepare, const std
     return best;
 }
 
+inline double bestOf(int repeat, const std::function<void()> &measured)
+{
+    return bestOf(repeat, nullptr, measured);
+}
+
 } // namespace BenchCommon

@@ -4,6 +4,7 @@
 // run: copying the same strings into a QStringList. Prints both, their ratio
 // and whether the whole stays under the 100 ms an operator may wait.
 
+#include "BenchCommon.h"
 #include "DynVar.h"
 #include "FilterCompletions.h"
 #include "IntegerVar.h"
@@ -17,23 +18,11 @@
 
 #include <functional>
 
+using BenchCommon::bestOf;
+
 namespace {
 
 QTextStream out(stdout);
-
-double bestOf(int repeat, const std::function<void()> &work)
-{
-    double best = -1;
-    for (int i = 0; i < repeat; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        const double ms = double(timer.nsecsElapsed()) / 1e6;
-        if (best < 0 || ms < best)
-            best = ms;
-    }
-    return best;
-}
 
 } // namespace
 

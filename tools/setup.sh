@@ -8,7 +8,7 @@ src="$(cd "$(dirname "$0")/.." && pwd)"
 build="${1:?build directory}"
 shift
 
-packages=(g++ make cmake ccache qtbase5-dev qtbase5-dev-tools qtdeclarative5-dev
+packages=(g++ make cmake ccache qtbase5-dev qtbase5-dev-tools qtdeclarative5-dev qttools5-dev qttools5-dev-tools
           xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do

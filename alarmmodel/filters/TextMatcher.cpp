@@ -213,7 +213,12 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         break;
     }
     case RegularExpression: {
-        m_regex.setPattern(wholeText ? QRegularExpression::anchoredPattern(pattern) : pattern);
+        // Anchoring puts the pattern into a group, which would turn an
+        // unbalanced "a)|(b" into a valid expression that means something else
+        // than what was typed: the pattern must be valid as typed.
+        m_regex.setPattern(pattern);
+        if (wholeText && m_regex.isValid())
+            m_regex.setPattern(QRegularExpression::anchoredPattern(pattern));
         QVector<uint> tokens;
         if (readSimpleExpression(pattern, tokens)) {
             m_regex.setPatternOptions(options);

@@ -22,7 +22,7 @@ AlarmClassColors::AlarmClassColors(AlarmsProxyModel *proxy, QAbstractItemView *v
                 m_engine->incrementColorUsage(color);
             } else {
                 ASLOG(this, MsgLoggerEnums::Warning,
-                      tr("the colour database has no colour '%1'; its alarms keep the table's colours").arg(color));
+                      QStringLiteral("the colour database has no colour '%1'; its alarms keep the table's colours").arg(color));
             }
         }
     }

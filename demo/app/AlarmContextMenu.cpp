@@ -80,7 +80,7 @@ void AlarmContextMenu::carryOut(int choice, bool checked, const QVariantMap &ala
             m_groupedAction->setChecked(checked);
         break;
     default:
-        ASLOG(this, MsgLoggerEnums::Warning, tr("the demo has no meaning for menu value %1").arg(choice));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("the demo has no meaning for menu value %1").arg(choice));
         break;
     }
 }

@@ -1,5 +1,7 @@
 #include "DemoOptions.h"
 
+#include <QLocale>
+
 
 DemoOptions::DemoOptions(const QString &defaultProject) : m_projectDir(defaultProject) {}
 
@@ -15,7 +17,7 @@ bool DemoOptions::parse(const QStringList &arguments, QString &error)
             continue;
         }
         const bool takesValue = arg == QLatin1String("--project") || arg == QLatin1String("--screenshot") ||
-                                arg == QLatin1String("--quit-after");
+                                arg == QLatin1String("--quit-after") || arg == QLatin1String("--lang");
         if (!takesValue) {
             error = tr("unknown option '%1'").arg(arg);
             return false;
@@ -29,6 +31,13 @@ bool DemoOptions::parse(const QStringList &arguments, QString &error)
             read.m_projectDir = value;
         } else if (arg == QLatin1String("--screenshot")) {
             read.m_screenshotFile = value;
+        } else if (arg == QLatin1String("--lang")) {
+            // QLocale turns any name it does not know into the C locale.
+            if (QLocale(value).language() == QLocale::C && value != QLatin1String("C")) {
+                error = tr("'--lang' needs a language such as de or en, not '%1'").arg(value);
+                return false;
+            }
+            read.m_language = value;
         } else {
             bool ok = false;
             const int ms = value.toInt(&ok);
@@ -47,8 +56,9 @@ bool DemoOptions::parse(const QStringList &arguments, QString &error)
 
 QString DemoOptions::helpText()
 {
-    return tr("Usage: alarmscreen-demo [--project DIR] [--screenshot FILE] [--quit-after MS]\n"
+    return tr("Usage: alarmscreen-demo [--project DIR] [--screenshot FILE] [--quit-after MS] [--lang LANGUAGE]\n"
         "  --project DIR      project directory (config/, colorDB/, scripts/libs/, bin/plugins/)\n"
         "  --screenshot FILE  write a PNG of the window once the first alarms are shown, then quit\n"
-        "  --quit-after MS    quit after MS milliseconds\n");
+        "  --quit-after MS    quit after MS milliseconds\n"
+        "  --lang LANGUAGE    operator language, e.g. de or en (default: the system's)\n");
 }

@@ -8,6 +8,7 @@
 //   --project DIR      the project directory (config/, colorDB/, scripts/libs/, bin/plugins/)
 //   --screenshot FILE  write a picture of the window once the first alarms are shown, then quit
 //   --quit-after MS    quit after that many milliseconds
+//   --lang LANGUAGE    the operator language (de, en, ...); the system's by default
 class DemoOptions
 {
     Q_DECLARE_TR_FUNCTIONS(DemoOptions)
@@ -25,6 +26,8 @@ public:
     QString getScreenshotFile() const { return m_screenshotFile; }
     // 0: no limit.
     int getQuitAfterMs() const { return m_quitAfterMs; }
+    // Empty: follow the system locale.
+    QString getLanguage() const { return m_language; }
     bool isHelpRequested() const { return m_helpRequested; }
 
     static QString helpText();
@@ -33,5 +36,6 @@ private:
     QString m_projectDir;
     QString m_screenshotFile;
     int m_quitAfterMs = 0;
+    QString m_language;
     bool m_helpRequested = false;
 };

@@ -1,5 +1,6 @@
 #include "DemoRunner.h"
 
+#include "DemoLanguage.h"
 #include "DemoProject.h"
 #include "MainWindow.h"
 #include "MsgLoggerModel.h"
@@ -38,6 +39,8 @@ bool DemoRunner::start(const QStringList &arguments, const QString &defaultProje
         m_exitCode = 2;
         return false;
     }
+    // Before anything shows a text, the help included.
+    DemoLanguage::apply(m_options.getLanguage(), &m_logger);
     if (m_options.isHelpRequested()) {
         out << DemoOptions::helpText();
         m_exitCode = 0;

@@ -25,7 +25,7 @@ DemoStatistics::DemoStatistics(const QString &projectDirectory, const WildcardCo
     m_view->setModel(model);
     m_view->setConfigDp(QLatin1String(ConfigDatapoint));
     if (!m_view->getErrorText().isEmpty())
-        ASLOG(this, MsgLoggerEnums::Warning, tr("no statistics bar: %1").arg(m_view->getErrorText()));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("no statistics bar: %1").arg(m_view->getErrorText()));
     m_loadAction->setObjectName(QStringLiteral("loadStatisticsAction"));
     m_loadAction->setEnabled(m_view->isConnected());
     connect(m_loadAction, &QAction::triggered, this, &DemoStatistics::chooseConfiguration);

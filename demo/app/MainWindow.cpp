@@ -15,6 +15,7 @@
 #include "SourceAndFiltersUi.h"
 #include "SourceAndFiltersUiFactory.h"
 #include "SourceAndFiltersUiFactoryPlugin.h"
+#include "Spoiler.h"
 #include "SystemConnectionsControl.h"
 #include "SystemStatusViews.h"
 #include "TableServices.h"
@@ -28,7 +29,10 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPluginLoader>
+#include <QScopedValueRollback>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
@@ -58,7 +62,7 @@ MainWindow::MainWindow(const DemoProject &project, const MsgLoggingProducer *log
 
     createPanel(central);
     if (m_panel)
-        layout->addWidget(m_panel);
+        placeFilterArea(layout);
 
     m_table = new QTreeView(central);
     m_table->setObjectName(QStringLiteral("alarmTable"));
@@ -139,6 +143,23 @@ void MainWindow::createPanel(QWidget *parent)
     builtIn.setPanelPluginName(QString());
     m_config.setFilterWidgetConfig(builtIn);
     m_panel = factory.create(m_config, parent);
+}
+
+void MainWindow::placeFilterArea(QVBoxLayout *layout)
+{
+    // The filter area folds away above the table. Its place out of the
+    // section is a splitter, which keeps a placeholder while it is folded.
+    QWidget *central = layout->parentWidget();
+    auto *splitter = new QSplitter(Qt::Vertical, central);
+    splitter->setObjectName(QStringLiteral("filterSplitter"));
+    splitter->addWidget(m_panel);
+    layout->addWidget(splitter);
+    m_filterSpoiler = new Spoiler(tr("Source and filters"), central);
+    m_filterSpoiler->setObjectName(QStringLiteral("filterSpoiler"));
+    layout->addWidget(m_filterSpoiler);
+    m_filterSpoiler->setMainWidget(m_panel, splitter, m_filterSpoiler);
+    m_filterSpoiler->setInSpoiler(true);
+    splitter->hide();
 }
 
 void MainWindow::createStatistics(const DemoProject &project, QVBoxLayout *layout)
@@ -291,6 +312,8 @@ void MainWindow::createMouseProcessor()
 
 void MainWindow::applyStructuredFilter(const SourceAndFilter &filter, int type)
 {
+    if (m_showingLoadedFilter)
+        return;
     ASLOG(this, MsgLoggerEnums::Trace,
           QStringLiteral("type %1, mode %2").arg(type).arg(Constants::sourceModeKey(filter.getSourceMode())));
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
@@ -333,7 +356,7 @@ void MainWindow::quickFilterChanged(const QuickCellFilter &filter)
 void MainWindow::filterActionRequested(const QString &action)
 {
     if (getActionState(action) != ActionAccess::Enabled) {
-        ASLOG(this, MsgLoggerEnums::Warning, tr("action %1 is not enabled").arg(action));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("action %1 is not enabled").arg(action));
         return;
     }
     if (action == EwoActions::SaveFilter)
@@ -341,7 +364,7 @@ void MainWindow::filterActionRequested(const QString &action)
     else if (action == EwoActions::LoadFilter)
         loadFilter();
     else
-        ASLOG(this, MsgLoggerEnums::Warning, tr("the demo does not offer the action %1").arg(action));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("the demo does not offer the action %1").arg(action));
 }
 
 void MainWindow::setGrouped(bool grouped)
@@ -366,10 +389,12 @@ void MainWindow::saveFilter()
     m_filterDirectory = QFileInfo(file).absolutePath();
     const SourceAndFilter filter = m_panel ? m_panel->getFilter() : m_appliedFilter;
     QString error;
-    if (filter.saveToFile(file, error))
+    if (filter.saveToFile(file, error)) {
         showStatus(tr("Filter saved to %1").arg(file));
-    else
+    } else {
         reportProblem(tr("The filter was not saved: %1").arg(error));
+        QMessageBox::warning(this, tr("Save Filter"), tr("The filter was not saved: %1").arg(error));
+    }
 }
 
 void MainWindow::loadFilter()
@@ -384,7 +409,9 @@ void MainWindow::loadFilter()
     const WildcardConfig wildcards = m_config.getWildcardConfig();
     QString error;
     if (!filter.loadFromFile(file, error, &wildcards)) {
+        // The filter shown and applied stays as it is.
         reportProblem(tr("The filter was not loaded: %1").arg(error));
+        QMessageBox::warning(this, tr("Load Filter"), tr("The filter in %1 was not loaded: %2").arg(file, error));
         return;
     }
     showLoadedFilter(filter);
@@ -396,6 +423,9 @@ void MainWindow::showLoadedFilter(const SourceAndFilter &filter)
 {
     if (!m_panel)
         return;
+    // Showing the filter in the editor asks to apply it; the caller applies
+    // the filter as read instead, once.
+    const QScopedValueRollback<bool> showing(m_showingLoadedFilter, true);
     QString error;
     if (filter.getSourceMode() == Constants::SourceModeHistory) {
         QDateTime start;

@@ -24,6 +24,7 @@ class QLabel;
 class QVBoxLayout;
 class QTreeView;
 class SourceAndFiltersUi;
+class Spoiler;
 class TableServices;
 
 // The demo alarm screen: it plays the part of the widget that owns the
@@ -65,6 +66,7 @@ signals:
 
 private:
     void createPanel(QWidget *parent);
+    void placeFilterArea(QVBoxLayout *layout);
     void createStatistics(const DemoProject &project, QVBoxLayout *layout);
     // Why the configured panel plug-in gave no panel: a refused name, no file,
     // a file that is no plug-in or one of another interface.
@@ -91,6 +93,7 @@ private:
     AlarmSimulator *m_simulator = nullptr;
     AlarmSource *m_source = nullptr;
     SourceAndFiltersUi *m_panel = nullptr;
+    Spoiler *m_filterSpoiler = nullptr;
     QTreeView *m_table = nullptr;
     DemoStatistics *m_statistics = nullptr;
     AlarmClassColors *m_classColors = nullptr;
@@ -106,4 +109,5 @@ private:
     QString m_filterDirectory;
     QStringList m_problems;
     bool m_alarmsShown = false;
+    bool m_showingLoadedFilter = false;
 };

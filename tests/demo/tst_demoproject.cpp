@@ -306,9 +306,10 @@ void TestDemoProject::groupingSwitchesBetweenTreeAndList()
         return s.isValid() && c.isValid() && table->isExpanded(s) && table->isExpanded(c)
             && !table->isExpanded(proxy->index(s.row() == 0 ? 1 : 0, 0));
     };
+    // A new filter no longer rebuilds the table: it is merged into it.
     QSignalSpy resets(proxy, &QAbstractItemModel::modelReset);
     window.applyStructuredFilter(window.getAppliedFilter(), 0);
-    QCOMPARE(resets.size(), 1);
+    QCOMPARE(resets.size(), 0);
     QVERIFY(openedGroupsAreOpen());
     QSignalSpy bursts(window.getSimulator(), &AlarmSimulator::alarmBurst);
     QTRY_VERIFY_WITH_TIMEOUT(bursts.size() >= 3, 10000);

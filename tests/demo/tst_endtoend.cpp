@@ -60,6 +60,7 @@ private slots:
     void badProjectStartsWithWhatItHas();
     void badOptionsAreRefused_data();
     void badOptionsAreRefused();
+    void languageFollowsTheSystemUnlessAsked();
 
 private:
     QTemporaryDir m_out;
@@ -151,6 +152,7 @@ void TestEndToEnd::badOptionsAreRefused_data()
     QTest::newRow("missing value") << QStringList{"--project"} << "option '--project' needs a value";
     QTest::newRow("bad number") << QStringList{"--quit-after", "soon"} << "not 'soon'";
     QTest::newRow("negative number") << QStringList{"--quit-after", "-5"} << "not '-5'";
+    QTest::newRow("unknown language") << QStringList{"--lang", "xx-nowhere"} << "not 'xx-nowhere'";
 }
 
 void TestEndToEnd::badOptionsAreRefused()
@@ -161,6 +163,17 @@ void TestEndToEnd::badOptionsAreRefused()
     QCOMPARE(run.exitCode, 2);
     QVERIFY2(run.err.contains(message), qPrintable(describe(run)));
     QVERIFY(run.err.contains(QLatin1String("Usage:")));
+}
+
+void TestEndToEnd::languageFollowsTheSystemUnlessAsked()
+{
+    QProcessEnvironment german;
+    german.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+    const Run system = runDemo({QStringLiteral("--help")}, german);
+    QCOMPARE(system.exitCode, 0);
+    QVERIFY2(system.out.startsWith(QLatin1String("Aufruf: alarmscreen-demo")), qPrintable(describe(system)));
+    const Run english = runDemo({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("--help")}, german);
+    QVERIFY2(english.out.startsWith(QLatin1String("Usage: alarmscreen-demo")), qPrintable(describe(english)));
 }
 
 QTEST_GUILESS_MAIN(TestEndToEnd)

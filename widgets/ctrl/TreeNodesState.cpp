@@ -139,11 +139,11 @@ int TreeNodesState::findGrooupingCompatibility(const GroupingConfiguration &conf
 void TreeNodesState::restoreState() const
 {
     if (!m_treeView) {
-        ASLOG(this, MsgLoggerEnums::Warning, tr("call to restoreState() without tree view"));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("call to restoreState() without tree view"));
         return;
     }
     if (!m_treeView->model()) {
-        ASLOG(this, MsgLoggerEnums::Warning, tr("call to restoreState() for tree view without model"));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("call to restoreState() for tree view without model"));
         return;
     }
     m_restoring = true;

@@ -154,7 +154,7 @@ void SourceUiLong::sourceButtonClicked()
     else if (source && source == m_ui->pushButtonTimeRange)
         m_timeRangeEditor->toggleVisibilityBelowWidget(m_ui->pushButtonTimeRange);
     else
-        ASLOG(this, MsgLoggerEnums::Error, tr("click signal from unexpected button"));
+        ASLOG(this, MsgLoggerEnums::Error, QStringLiteral("click signal from unexpected button"));
 }
 
 void SourceUiLong::systemSelectionChanged(int nSelected, int nTotal)

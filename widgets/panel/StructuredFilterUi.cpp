@@ -1,12 +1,19 @@
 #include "StructuredFilterUi.h"
 
+#include "CompletionSource.h"
+#include "FilterCompletions.h"
 #include "FilterRuleContainer.h"
 
 StructuredFilterUi::StructuredFilterUi(const AlarmScreenConfiguration &config, QWidget *parent)
     : QWidget(parent), MsgLoggingProducer(&config), ActionAccessUser(new ActionAccess()),
-      m_config(config), m_basicFilter(&config), m_defaultFilter(&config)
+      m_config(config),
+      m_completionSource(CompletionSource::getInstance(this, config.getFilterWidgetConfig())),
+      m_basicFilter(&config), m_defaultFilter(&config)
 {
     qRegisterMetaType<SourceAndFilter>();
+    if (m_completionSource)
+        connect(m_completionSource.data(), &CompletionSource::completionsReady, this,
+                &StructuredFilterUi::completionsReady);
 }
 
 StructuredFilterUi::~StructuredFilterUi() = default;

@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QWidget>
 
+class CompletionSource;
 class FilterCompletions;
 
 // The editor of a structured filter: rule sets that include or exclude alarms.
@@ -58,6 +59,9 @@ public:
                                        const QSharedPointer<FilterCompletions> &completions) = 0;
 
     bool isMatchCase() const { return m_matchCase; }
+    // The completion service shared with the other editors of the same
+    // configuration; null when there is none.
+    QSharedPointer<CompletionSource> getCompletionSource() const { return m_completionSource; }
 
 signals:
     void structuredFilterChanged();
@@ -72,6 +76,7 @@ protected:
     void displayDefaultFilter();
 
     AlarmScreenConfiguration m_config;
+    QSharedPointer<CompletionSource> m_completionSource;
     QStringList m_connectedSystems;
     SourceAndFilter m_basicFilter;
     SourceAndFilter m_defaultFilter;

@@ -7,10 +7,9 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QRegExp>
+#include <QRegularExpression>
 #include <QTextStream>
 #include <QTimer>
-
-#include <cstdio>
 
 QSharedPointer<ColorEngine> ColorEngine::m_instance;
 
@@ -115,8 +114,13 @@ QMap<QString, QSharedPointer<Color>> ColorEngine::parseColorDatabaseFile(const M
 {
     QMap<QString, QSharedPointer<Color>> colors;
     QFile in(file);
-    if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!in.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        // Said once, at loading: otherwise the operator only sees black where
+        // the colours of this file should be, with nothing to say why.
+        ASLOG(producer, MsgLoggerEnums::Warning,
+              QStringLiteral("color database cannot be read, skipped: %1 (%2)").arg(file, in.errorString()));
         return colors;
+    }
     QTextStream stream(&in);
     while (!stream.atEnd()) {
         const QSharedPointer<Color> color = parseColorLine(producer, stream.readLine());
@@ -207,6 +211,24 @@ bool ColorEngine::parseNextColorDef(const MsgLoggingProducer *producer, QString 
     return true;
 }
 
+namespace {
+// The numbers of a matched "{r,g,b[,a]}" or "[r,g,b[,a]]", in order; false
+// when one does not fit an int (a colour file may hold any digits).
+bool readComponents(const QString &matched, int (&c)[4], int &read)
+{
+    static const QRegularExpression number(QStringLiteral("\\d+"));
+    read = 0;
+    QRegularExpressionMatchIterator it = number.globalMatch(matched);
+    while (it.hasNext() && read < 4) {
+        bool ok = false;
+        c[read++] = it.next().captured().toInt(&ok);
+        if (!ok)
+            return false;
+    }
+    return true;
+}
+} // namespace
+
 QColor ColorEngine::takeColor255Based(const MsgLoggingProducer *producer, QString &rest)
 {
     static const QRegExp pattern(QStringLiteral("\\{\\s*\\d+(\\s*,\\s*\\d+){2,3}\\s*\\}"));
@@ -216,7 +238,9 @@ QColor ColorEngine::takeColor255Based(const MsgLoggingProducer *producer, QStrin
     ASLOG(producer, MsgLoggerEnums::Trace, QStringLiteral("255 based: ") + matched);
     removeProcessedStringPart(matched, rest);
     int c[4] = {0, 0, 0, 0};
-    const int read = std::sscanf(matched.toLatin1().constData(), "{%d,%d,%d,%d}", &c[0], &c[1], &c[2], &c[3]);
+    int read = 0;
+    if (!readComponents(matched, c, read))
+        return QColor();
     if (read == 3)
         c[3] = 255;
     for (int component : c) {
@@ -235,7 +259,9 @@ QColor ColorEngine::takeColor100Based(const MsgLoggingProducer *producer, QStrin
     ASLOG(producer, MsgLoggerEnums::Trace, QStringLiteral("100 based: ") + matched);
     removeProcessedStringPart(matched, rest);
     int c[4] = {0, 0, 0, 0};
-    const int read = std::sscanf(matched.toLatin1().constData(), "[%d,%d,%d,%d]", &c[0], &c[1], &c[2], &c[3]);
+    int read = 0;
+    if (!readComponents(matched, c, read))
+        return QColor();
     if (read == 3)
         c[3] = 100;
     // Truncated on purpose, as the platform does: 100 % gives 254.

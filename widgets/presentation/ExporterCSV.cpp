@@ -20,7 +20,7 @@ ExporterCSV::~ExporterCSV() = default;
 void ExporterCSV::setSeparatorCSV(const QString &separator)
 {
     if (separator.size() != 1) {
-        ASLOG(this, MsgLoggerEnums::Warning, tr("CSV separator must be exactly 1 character long"));
+        ASLOG(this, MsgLoggerEnums::Warning, QStringLiteral("CSV separator must be exactly 1 character long"));
         return;
     }
     m_separator = separator.at(0);

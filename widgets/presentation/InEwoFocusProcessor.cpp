@@ -381,7 +381,7 @@ void InEwoFocusProcessor::addTabGroup(QWidget *group)
 {
     if (!group || !m_ewoWidget || group == m_ewoWidget || !m_ewoWidget->isAncestorOf(group)) {
         ASLOG(this, MsgLoggerEnums::Warning,
-              tr("attempt to addTabGroup() where widget is not descendant of m_ewoWidget"));
+              QStringLiteral("attempt to addTabGroup() where widget is not descendant of m_ewoWidget"));
         return;
     }
     if (!m_tabGroups.contains(group))
@@ -463,7 +463,10 @@ bool InEwoFocusProcessor::focusNextPrevEwoWidget(bool next)
         QMetaObject::invokeMethod(focus, "hidePopup", Qt::DirectConnection);
     }
     ASLOG(this, MsgLoggerEnums::Trace, QStringLiteral("Setting focus to ") + widgetName(target));
-    target->setFocus(Qt::OtherFocusReason);
+    // The walk stands for Tab: widgets that treat a Tab arrival apart (a line
+    // edit selecting its text, a pattern editor keeping its list closed) must
+    // see it as one.
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 

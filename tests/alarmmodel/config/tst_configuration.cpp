@@ -66,6 +66,8 @@ private slots:
         QTest::addColumn<QString>("errorPart");
         const QByteArray good = json(fullConfig);
         QTest::newRow("malformed") << QByteArray("{\n\"format\": \n}") << "malformed JSON at line 3";
+        QTest::newRow("truncated") << good.left(good.size() * 2 / 3) << "malformed JSON at line";
+        QTest::newRow("not an object") << QByteArray("[1]") << "the JSON text is not an object";
         QTest::newRow("foreign") << json("{'format': 'AlarmScreen.SourceAndFilter', 'version': 1}")
                                  << "not an alarm screen configuration";
         QTest::newRow("no version") << json("{'format': 'AlarmScreen.Configuration'}") << "'version' is missing";

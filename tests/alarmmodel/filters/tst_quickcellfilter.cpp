@@ -76,6 +76,18 @@ private slots:
         QVERIFY(!f.matches(QStringLiteral("a(b")));      // an invalid filter shows nothing
         QVERIFY(f.setMode(QuickCellFilter::ModeLiteral));
         QVERIFY(f.matches(QStringLiteral("xa(bx")));
+
+        // Found by fuzzing: matching the full column must not make an
+        // unbalanced expression valid by the group put around it.
+        QuickCellFilter full;
+        full.setMode(QuickCellFilter::ModeRegularExpression);
+        full.setMatchFullColumn(true);
+        QVERIFY(!full.setString(QStringLiteral("a)|(b")));
+        QVERIFY(!full.matches(QStringLiteral("a")));
+        QVERIFY(!full.matches(QStringLiteral("a)|(b")));
+        QVERIFY(full.setString(QStringLiteral("a|b")));
+        QVERIFY(full.matches(QStringLiteral("b")));
+        QVERIFY(!full.matches(QStringLiteral("ab")));
     }
 
     void expressionTheEngineGivesUpOnShowsTheCell()

@@ -497,6 +497,14 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
     // From the source selector through the panel down to the table, each
     // step to a widget below or to the right on the same rows.
     QWidget *start = m_modeCombo;
+    const QList<QWidget *> groups = m_panel->getTabGroups();
+    const auto groupOf = [&groups](const QWidget *widget) {
+        for (int i = 0; i < groups.size(); ++i) {
+            if (groups.at(i) == widget || groups.at(i)->isAncestorOf(widget))
+                return i;
+        }
+        return -1;
+    };
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
     start->setFocus();
@@ -505,11 +513,18 @@ void DemoScenario::tabWalksTheWindowInGeometricOrder()
     while (QApplication::focusWidget() != m_table && visited.size() < 40) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget *now = QApplication::focusWidget();
-        QVERIFY2(now && now != visited.last(), "Tab did not move the focus");
+        QVERIFY2(now && now != visited.last(),
+                 qPrintable(QStringLiteral("Tab did not move the focus from %1 (%2)")
+                                .arg(visited.last()->objectName(), QLatin1String(visited.last()->metaObject()->className()))));
         QVERIFY(m_window->isAncestorOf(now));
         const QRect before(visited.last()->mapTo(m_window, QPoint()), visited.last()->size());
         const QRect after(now->mapTo(m_window, QPoint()), now->size());
-        QVERIFY2(before.top() < after.bottom() && (after.top() >= before.bottom() || before.right() <= after.left()),
+        // Leaving a tab group for the next one (the filter page for the buttons
+        // beside its tabs) may go back up; inside a group the walk reads on.
+        const int fromGroup = groupOf(visited.last());
+        const int toGroup = groupOf(now);
+        const bool nextGroup = fromGroup >= 0 && toGroup > fromGroup;
+        QVERIFY2(nextGroup || (before.top() < after.bottom() && (after.top() >= before.bottom() || before.right() <= after.left())),
                  qPrintable(QStringLiteral("%1 -> %2").arg(visited.last()->objectName(), now->objectName())));
         visited << now;
     }
@@ -713,6 +728,9 @@ void DemoScenario::answerCsvOptions(QChar separator, const QString &file)
         // The file dialog follows once the options are confirmed.
         answerFileDialog(file);
         control<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
+    });
+}
+
 void DemoScenario::answerContextMenu(const QString &entry)
 {
     m_menuAnswered = false;

@@ -23,6 +23,7 @@ class DemoScenario : public QObject
 private slots:
     void initTestCase();
     void contextMenuAcknowledgesAnAlarm();
+    void structuredFilterIsAppliedSavedAndLoaded();
     void quickFilterShowsMatchingRows();
     void statisticsBarCountsTheTable();
     void unacknowledgedAlarmsBlink();
@@ -34,8 +35,12 @@ private slots:
     void tableIsExportedAsShown();
     void tabWalksTheWindowInGeometricOrder();
     void selectionSurvivesAFlood();
+    void ruleEditorsFilterTheTable();
 
 private:
+    // The structured filter's steps (DemoScenarioStructuredFilter.cpp).
+    void chooseFilterMenuEntry(QWidget *filterButton, const QString &entry);
+    void answerMessageBox(QString *text);
     QStringList shownColumn(int column) const;
     QStringList shownRowTexts() const;
     // Whether each shown alarm of `system` is connected, in table order.

@@ -1,6 +1,8 @@
 // A minimal host: builds the source and filter panel the way the alarm screen
-// does, presses its Apply button and checks the record the panel hands over.
+// does, in German from the catalogues installed with the package, presses its
+// Apply button and checks the record the panel hands over.
 #include <AlarmScreenConfiguration.h>
+#include <AlarmScreenTranslations.h>
 #include <SourceAndFilter.h>
 #include <SourceAndFiltersUi.h>
 #include <SourceAndFiltersUiFactory.h>
@@ -15,6 +17,10 @@
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
+    if (!AlarmScreenTranslations::install(QLocale(QLocale::German))) {
+        QTextStream(stderr) << "no German catalogues installed\n";
+        return 4;
+    }
     const AlarmScreenConfiguration config;
     SourceAndFiltersUiFactory factory(&config);
     const std::unique_ptr<SourceAndFiltersUi> panel(factory.create(config, nullptr));
@@ -22,6 +28,10 @@ int main(int argc, char **argv)
     if (!apply) {
         QTextStream(stderr) << "no panel with an Apply button\n";
         return 2;
+    }
+    if (apply->text() != QStringLiteral("Anwenden")) {
+        QTextStream(stderr) << "the panel is not in German: " << apply->text() << '\n';
+        return 5;
     }
     QObject::connect(panel.get(), &SourceAndFiltersUi::applyStructuredFilter, &app,
                      [](const SourceAndFilter &filter, int type) {

@@ -109,6 +109,17 @@ private slots:
         }
     }
 
+    void componentsOutOfRangeGiveNoColour()
+    {
+        // Found by fuzzing: a component too large for an int was scaled
+        // into an int regardless.
+        LogCapture log;
+        for (const char *line : {R"("Big" N [5067418155074074696,0,0])", R"("Big" N {5067418155074074696,0,0})",
+                                 R"("Big" N [101,0,0])", R"("Big" N {0,256,0})"})
+            QVERIFY2(!ColorEngine::parseColorLine(&log.producer, QString::fromLatin1(line)), line);
+        QVERIFY(ColorEngine::parseColorLine(&log.producer, QStringLiteral(R"("Ok" N [100,0,0])")));
+    }
+
     void databasesAliasesAndPalette()
     {
         // Two project paths and a base path; reading goes from the last
@@ -130,7 +141,7 @@ private slots:
         QCOMPARE(files, (QVector<QString>{project.filePath("colorDB/B"), project.filePath("colorDB/c"),
                                           project.filePath("colorDB/deeper/d"), sub.filePath("colorDB/a"),
                                           base.filePath("colorDB/z")}));
-        // A file that cannot be read is skipped without a word.
+        // A file that cannot be read is skipped with a warning; the others load.
         engine.addColorDatabase(project.filePath("colorDB/missing"));
         engine.loadAllColorDbs();
         Resources::setProjectPaths(previous);
@@ -148,7 +159,9 @@ private slots:
         QVERIFY(!engine.getColor("A")->getCurrentColor().isValid());
         QVERIFY(!engine.getColor("Loop")->getCurrentColor().isValid());
         QCOMPARE(problems(log),
-                 (QStringList{"2|the syntax of color line was not recognized: nonsense",
+                 (QStringList{"2|color database cannot be read, skipped: " + project.filePath("colorDB/missing") +
+                                  " (No such file or directory)",
+                              "2|the syntax of color line was not recognized: nonsense",
                               "3|infinite loop detected while searching for alias: Loop, search stack is Loop",
                               "3|alias 'Nowhere' is not found in loaded colors"}));
 
