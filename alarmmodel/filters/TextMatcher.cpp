@@ -238,8 +238,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         m_kind = Invalid;
         if (error)
             *error = QCoreApplication::translate("TextMatcher", "invalid regular expression '%1': %2 at offset %3")
-                         .arg(pattern, m_regex.errorString())
-                         .arg(m_regex.patternErrorOffset());
+                         .arg(pattern, m_regex.errorString(), QString::number(m_regex.patternErrorOffset()));
         return false;
     }
     m_regex.optimize();
