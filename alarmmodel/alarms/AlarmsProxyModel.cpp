@@ -15,6 +15,7 @@ struct AlarmsProxyModel::LeafChange {
     QVector<AlarmInstancePtr> gone;   // alarms that go, if the leaf shows them
     QVector<AlarmInstancePtr> fresh;  // alarms that come, in any order
     bool replaceAll = false;          // fresh is the leaf's whole new content
+    bool inOrder = false;             // fresh is in the table's order already
 };
 
 // What the persistent indexes showed before the rows changed: the alarm by
@@ -485,20 +486,38 @@ void AlarmsProxyModel::resetRows()
 
 void AlarmsProxyModel::refilter()
 {
-    const QVector<AlarmInstancePtr> accepted = filteredAlarms();
     // Every leaf is refilled from the accepted alarms; a leaf that gets none
     // is emptied and its group goes. Alarms of groups not shown so far open
     // new groups.
     QHash<Node *, LeafChange> changes;
     QVector<AlarmInstancePtr> newcomers;
-    if (m_groupProps.isEmpty()) {
+    if (m_model && m_root->alarmCount == m_model->count()) {
+        // Every alarm is shown (the first filter after none, as a rule): the
+        // leaves keep those of their rows that pass, in the order they are
+        // in, and need no sorting.
+        for (Node *leaf : leaves()) {
+            LeafChange &change = changes[leaf];
+            change.replaceAll = true;
+            change.inOrder = true;
+            if (m_matcher.isEmpty()) {
+                change.fresh = leaf->alarms;
+                continue;
+            }
+            change.fresh.reserve(leaf->alarms.size());
+            for (const AlarmInstancePtr &alarm : qAsConst(leaf->alarms)) {
+                if (m_matcher.matches(*alarm))
+                    change.fresh.append(alarm);
+            }
+        }
+    } else if (m_groupProps.isEmpty()) {
+        const QVector<AlarmInstancePtr> accepted = filteredAlarms();
         LeafChange &change = changes[m_root.get()];
         change.replaceAll = true;
         change.fresh = accepted;
     } else {
         for (Node *leaf : leaves())
             changes[leaf].replaceAll = true;
-        for (const AlarmInstancePtr &alarm : accepted) {
+        for (const AlarmInstancePtr &alarm : filteredAlarms()) {
             if (Node *leaf = findLeaf(*alarm))
                 changes[leaf].fresh.append(alarm);
             else
@@ -649,8 +668,8 @@ void AlarmsProxyModel::mergeIntoLeaves(QHash<Node *, LeafChange> &changes)
         Node *leaf = it.key();
         LeafChange &change = it.value();
         const int before = leaf->alarms.size();
-        if (!std::is_sorted(change.fresh.cbegin(), change.fresh.cend(), less))
-            std::sort(change.fresh.begin(), change.fresh.end(), less);
+        if (!change.inOrder && !std::is_sorted(change.fresh.cbegin(), change.fresh.cend(), less))
+            sortRows(change.fresh);
         if (change.replaceAll) {
             leaf->alarms = change.fresh;
         } else {
