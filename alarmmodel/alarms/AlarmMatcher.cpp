@@ -2,33 +2,6 @@
 
 #include <typeinfo>
 
-namespace {
-// The text a rule reads. Texts that are typed values of the alarm are read
-// there (they are the same shared strings as the display texts): a filter
-// pass then touches the part of the alarm it reads for numbers anyway, not
-// the display texts as well.
-inline const QString &ruleText(const AlarmInstance &alarm, int propIndex)
-{
-    const AlarmInstance::Data &d = alarm.getData();
-    switch (propIndex) {
-    case AlarmProp::System:
-        return d.ident.getSystem();
-    case AlarmProp::Dpe:
-        return d.dpe;
-    case AlarmProp::Alias:
-        return d.alias;
-    case AlarmProp::Description:
-        return d.description;
-    case AlarmProp::AlarmText:
-        return d.alarmText;
-    case AlarmProp::AlarmClass:
-        return d.alarmClass;
-    default:
-        return alarm.getText(propIndex);
-    }
-}
-} // namespace
-
 AlarmMatcher::AlarmMatcher() = default;
 
 void AlarmMatcher::setFilter(const SourceAndFilter &filter)
@@ -113,7 +86,7 @@ bool AlarmMatcher::ruleSetMatches(const RuleSet &set, const AlarmInstance &alarm
 {
     for (int i = set.begin; i < set.end; ++i) {
         const Rule &rule = m_rules.at(i);
-        const bool passes = rule.pattern ? rule.pattern->matchesPattern(ruleText(alarm, rule.propIndex))
+        const bool passes = rule.pattern ? rule.pattern->matchesPattern(alarm.getText(rule.propIndex))
                                          : AlarmFilterValues::passes(alarm, *rule.filter, rule.propIndex);
         if (!passes)
             return false;
