@@ -313,7 +313,7 @@ Figures measure(int count, int repeat, bool stockChange)
         repeat, [&] { proxy.setGrouping(GroupingConfiguration()); }, [&] { proxy.setGrouping(twoLevels()); });
     proxy.setGrouping(GroupingConfiguration());
 
-    const int textColumn = props.indexOf(AlarmProp::Text);
+    const int textColumn = props.indexOf(AlarmProp::AlarmText);
     f.sortFlat = bestOf(
         repeat, [&] { proxy.sort(0, Qt::DescendingOrder); }, [&] { proxy.sort(textColumn, Qt::AscendingOrder); });
     proxy.sort(0, Qt::DescendingOrder);
