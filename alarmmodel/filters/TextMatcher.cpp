@@ -338,7 +338,11 @@ bool TextMatcher::setSegments(const QVector<uint> &tokens, bool wholeText, bool 
             QString text;
             for (const int u : segment.units)
                 text += QChar(ushort(u));
-            segment.finder = QStringMatcher(text, m_cs);
+            const bool caseless = std::all_of(segment.units.cbegin(), segment.units.cend(),
+                                              [](int u) { return isCaseless(uint(u)); });
+            const bool ascii = std::all_of(segment.units.cbegin(), segment.units.cend(), [](int u) { return u < 0x80; });
+            segment.foldedScan = m_cs == Qt::CaseInsensitive && ascii && !caseless;
+            segment.finder = QStringMatcher(text, caseless ? Qt::CaseSensitive : m_cs);
         }
     }
     m_segments = segments;
@@ -362,6 +366,15 @@ bool TextMatcher::segmentAt(const QString &text, int pos, const Segment &segment
 
 int TextMatcher::findSegment(const QString &text, int from, int to, const Segment &segment) const
 {
+    if (segment.foldedScan) {
+        const QChar *t = text.constData();
+        const uint first = uint(segment.units.first());
+        for (int pos = from; pos + segment.units.size() <= to; ++pos) {
+            if (foldedUnit(t[pos].unicode(), m_cs) == first && segmentAt(text, pos, segment))
+                return pos;
+        }
+        return -1;
+    }
     if (!segment.anyOne)
         return segment.finder.indexIn(text.constData(), to, from);
     for (int pos = from; pos + segment.units.size() <= to; ++pos) {

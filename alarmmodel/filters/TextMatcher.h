@@ -79,7 +79,10 @@ private:
     struct Segment {
         QVector<int> units;
         bool anyOne = false;
-        QStringMatcher finder; // for segments without "?"
+        // ASCII with letters, case ignored: searched unit by unit, letters
+        // folded by hand, which is cheaper than Qt's folding of every unit.
+        bool foldedScan = false;
+        QStringMatcher finder; // for the other segments without "?"
     };
 
     // How a literal is compared: unit by unit, ASCII letters folded by hand
