@@ -24,7 +24,7 @@ void AlarmMatcher::setFilter(const SourceAndFilter &filter)
     m_includes.clear();
     if (const auto container = filter.getFilterContainer()) {
         for (const FilterRuleSet &set : container->getRuleSets()) {
-            const RuleSet compiled{m_rules.size(), m_rules.size()};
+            const int begin = m_rules.size();
             for (const auto &f : set.getFilters()) {
                 if (f->isEmpty())
                     continue;
@@ -35,9 +35,9 @@ void AlarmMatcher::setFilter(const SourceAndFilter &filter)
                 m_rules.append(Rule{f, plainPattern ? static_cast<const ValueFilterStringPattern *>(f.data()) : nullptr,
                                     propIndex});
             }
-            if (m_rules.size() == compiled.begin)
+            if (m_rules.size() == begin)
                 continue; // restricts nothing
-            (set.isInclude() ? m_includes : m_excludes).append(RuleSet{compiled.begin, m_rules.size()});
+            (set.isInclude() ? m_includes : m_excludes).append(RuleSet{begin, m_rules.size()});
         }
     }
     m_ruleSetsEmpty = m_excludes.isEmpty() && m_includes.isEmpty();

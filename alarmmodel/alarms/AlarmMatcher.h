@@ -20,6 +20,8 @@ class ALARMMODEL_EXPORT AlarmMatcher
 public:
     AlarmMatcher();
 
+    // The rule sets are read here: a container changed afterwards needs
+    // another setFilter() (its value filters are kept alive, not copied).
     void setFilter(const SourceAndFilter &filter);
     const SourceAndFilter &getFilter() const { return m_filter; }
     // The quick filter is matched against the texts of `propIndexes` (the
