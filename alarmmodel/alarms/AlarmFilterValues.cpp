@@ -35,7 +35,11 @@ bool AlarmFilterValues::passes(const ValueFilter &filter) const
 {
     if (!m_alarm)
         return FilterValueProvider::passes(filter);
-    const int propIndex = propIndexOf(filter);
+    return passes(*m_alarm, filter, propIndexOf(filter));
+}
+
+bool AlarmFilterValues::isTextProperty(int propIndex)
+{
     switch (propIndex) {
     case AlarmProp::Invalid:
     case AlarmProp::Time:
@@ -43,13 +47,24 @@ bool AlarmFilterValues::passes(const ValueFilter &filter) const
     case AlarmProp::Acknowledgeable:
     case AlarmProp::Connection:
     case AlarmProp::Acknowledged:
-        return filter.matches(valueOf(*m_alarm, propIndex));
     case AlarmProp::Priority:
-        return filter.matchesInteger(m_alarm->getData().priority);
     case AlarmProp::Value:
-        return filter.matchesDouble(m_alarm->getData().value);
+        return false;
     default:
-        // The other properties are texts, the state and direction included.
-        return filter.matchesText(m_alarm->getText(propIndex));
+        return propIndex >= 0 && propIndex < AlarmProp::Count;
+    }
+}
+
+bool AlarmFilterValues::passes(const AlarmInstance &alarm, const ValueFilter &filter, int propIndex)
+{
+    if (isTextProperty(propIndex))
+        return filter.matchesText(alarm.getText(propIndex));
+    switch (propIndex) {
+    case AlarmProp::Priority:
+        return filter.matchesInteger(alarm.getData().priority);
+    case AlarmProp::Value:
+        return filter.matchesDouble(alarm.getData().value);
+    default:
+        return filter.matches(valueOf(alarm, propIndex));
     }
 }

@@ -21,6 +21,12 @@ public:
     bool passes(const ValueFilter &filter) const override;
 
     static QVariant valueOf(const AlarmInstance &alarm, int propIndex);
+    // Whether `filter` passes the value of property `propIndex` of `alarm`,
+    // for callers that looked the filter's property up themselves.
+    static bool passes(const AlarmInstance &alarm, const ValueFilter &filter, int propIndex);
+    // Whether filters see property `propIndex` as its display text (the state
+    // and the direction included).
+    static bool isTextProperty(int propIndex);
 
 private:
     int propIndexOf(const ValueFilter &filter) const;

@@ -116,10 +116,10 @@ QVariant AlarmInstance::getProperty(int propIndex, Qt::ItemDataRole role) const
     }
 }
 
-const QString &AlarmInstance::getText(int propIndex) const
+const QString &AlarmInstance::noText()
 {
     static const QString empty;
-    return propIndex >= 0 && propIndex < AlarmProp::Count ? m_texts[propIndex] : empty;
+    return empty;
 }
 
 bool AlarmInstance::isAcknowledged() const

@@ -5,6 +5,7 @@
 #include "QuickCellFilter.h"
 #include "SourceAndFilter.h"
 #include "TextMatcher.h"
+#include "ValueFilterStringPattern.h"
 #include "alarmmodel_export.h"
 
 #include <QSet>
@@ -19,6 +20,8 @@ class ALARMMODEL_EXPORT AlarmMatcher
 public:
     AlarmMatcher();
 
+    // The rule sets are read here: a container changed afterwards needs
+    // another setFilter() (its value filters are kept alive, not copied).
     void setFilter(const SourceAndFilter &filter);
     const SourceAndFilter &getFilter() const { return m_filter; }
     // The quick filter is matched against the texts of `propIndexes` (the
@@ -35,6 +38,23 @@ public:
     bool matchesQuick(const AlarmInstance &alarm) const;
 
 private:
+    // The rule sets as the pass tests them, read from the filter container
+    // once: every non-empty value filter with the property it reads, so that
+    // no alarm pays for names, empty filters or empty sets.
+    struct Rule {
+        QSharedPointer<ValueFilter> filter;
+        // Set for the most common rule, a pattern list on a text: it is
+        // matched without a virtual call.
+        const ValueFilterStringPattern *pattern;
+        int propIndex;
+    };
+    // Rules [begin, end) of m_rules, which must all pass.
+    struct RuleSet {
+        int begin;
+        int end;
+    };
+    bool ruleSetMatches(const RuleSet &set, const AlarmInstance &alarm) const;
+
     SourceAndFilter m_filter;
     QSet<QString> m_systems;
     QVector<TextMatcher> m_dpNames;
@@ -43,5 +63,7 @@ private:
     QuickCellFilter m_quick;
     QVector<int> m_quickProps;
     bool m_quickEmpty = true;
-    mutable AlarmFilterValues m_values;
+    QVector<Rule> m_rules;
+    QVector<RuleSet> m_excludes;
+    QVector<RuleSet> m_includes;
 };

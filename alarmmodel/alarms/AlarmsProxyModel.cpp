@@ -9,12 +9,14 @@
 #include <QSet>
 
 #include <algorithm>
+#include <functional>
 
 // What a burst or a filter change does to the alarms of one leaf.
 struct AlarmsProxyModel::LeafChange {
     QVector<AlarmInstancePtr> gone;   // alarms that go, if the leaf shows them
     QVector<AlarmInstancePtr> fresh;  // alarms that come, in any order
     bool replaceAll = false;          // fresh is the leaf's whole new content
+    bool inOrder = false;             // fresh is in the table's order already
 };
 
 // What the persistent indexes showed before the rows changed: the alarm by
@@ -360,15 +362,22 @@ void AlarmsProxyModel::sortRows(QVector<AlarmInstancePtr> &alarms) const
 {
     // Comparing through the alarms reads two scattered allocations per
     // comparison, which at a million rows costs more than the comparing: the
-    // keys are gathered into one array first, and the rows moved once.
+    // keys are gathered into one array first, and the rows moved once. A key
+    // is kept to 24 bytes: at a million rows a larger array goes back to the
+    // system after each sort and is faulted in again, page by page, on the
+    // next. The system, the last tie-breaker, is read from the alarm only
+    // for equal serials.
     struct Key {
-        qint64 number;
-        double real;
-        QStringView text;
+        union {
+            qint64 number;
+            double real;
+            const QChar *text;
+        };
         qint64 serial;
-        const QString *system;
+        int textSize;
         int row;
     };
+    static_assert(sizeof(Key) == 24, "sort keys stay small");
     const int prop = m_sortProp;
     const bool isText = prop == AlarmProp::System || prop == AlarmProp::Dpe || prop == AlarmProp::Alias ||
                         prop == AlarmProp::Description || prop == AlarmProp::AlarmText ||
@@ -379,7 +388,11 @@ void AlarmsProxyModel::sortRows(QVector<AlarmInstancePtr> &alarms) const
     for (int row = 0; row < alarms.size(); ++row) {
         const AlarmInstance &alarm = *alarms.at(row);
         const AlarmInstance::Data &d = alarm.getData();
-        Key key{0, 0.0, QStringView(), d.ident.getSerial(), &d.ident.getSystem(), row};
+        Key key;
+        key.number = 0;
+        key.serial = d.ident.getSerial();
+        key.textSize = 0;
+        key.row = row;
         switch (prop) {
         case AlarmProp::Priority: key.number = d.priority; break;
         case AlarmProp::State: key.number = d.state; break;
@@ -390,22 +403,34 @@ void AlarmsProxyModel::sortRows(QVector<AlarmInstancePtr> &alarms) const
         case AlarmProp::Acknowledgeable: key.number = d.acknowledgeable; break;
         case AlarmProp::Connection: key.number = d.connected; break;
         case AlarmProp::Acknowledged: key.number = alarm.isAcknowledged(); break;
-        default: key.text = alarm.getText(prop); break;
+        default: {
+            const QString &text = alarm.getText(prop);
+            key.text = text.constData();
+            key.textSize = text.size();
+            break;
+        }
         }
         keys.push_back(key);
     }
     const bool ascending = m_sortOrder == Qt::AscendingOrder;
-    std::sort(keys.begin(), keys.end(), [isText, isReal, ascending](const Key &a, const Key &b) {
+    std::sort(keys.begin(), keys.end(), [&alarms, isText, isReal, ascending](const Key &a, const Key &b) {
         int c;
         if (isText)
-            c = a.text.compare(b.text);
+            // Shared texts (the same alarm text, class or system) are equal
+            // without looking at their characters.
+            c = a.text == b.text && a.textSize == b.textSize
+                    ? 0
+                    : QStringView(a.text, a.textSize).compare(QStringView(b.text, b.textSize));
         else if (isReal)
             c = a.real < b.real ? -1 : (b.real < a.real ? 1 : 0);
         else
             c = a.number < b.number ? -1 : (b.number < a.number ? 1 : 0);
+        if (c == 0 && a.serial != b.serial)
+            c = a.serial < b.serial ? -1 : 1;
         if (c == 0) {
-            c = a.serial != b.serial ? (a.serial < b.serial ? -1 : 1)
-                                     : (*a.system < *b.system ? -1 : (*b.system < *a.system ? 1 : 0));
+            const QString &x = alarms.at(a.row)->getIdent().getSystem();
+            const QString &y = alarms.at(b.row)->getIdent().getSystem();
+            c = x < y ? -1 : (y < x ? 1 : 0);
         }
         return ascending ? c < 0 : c > 0;
     });
@@ -485,20 +510,48 @@ void AlarmsProxyModel::resetRows()
 
 void AlarmsProxyModel::refilter()
 {
-    const QVector<AlarmInstancePtr> accepted = filteredAlarms();
     // Every leaf is refilled from the accepted alarms; a leaf that gets none
     // is emptied and its group goes. Alarms of groups not shown so far open
     // new groups.
     QHash<Node *, LeafChange> changes;
     QVector<AlarmInstancePtr> newcomers;
-    if (m_groupProps.isEmpty()) {
+    if (m_model && m_root->alarmCount == m_model->count()) {
+        // Every alarm is shown (the first filter after none, as a rule): the
+        // leaves keep those of their rows that pass, in the order they are
+        // in, and need no sorting.
+        for (Node *leaf : leaves()) {
+            LeafChange &change = changes[leaf];
+            change.replaceAll = true;
+            change.inOrder = true;
+            if (m_matcher.isEmpty()) {
+                change.fresh = leaf->alarms;
+                continue;
+            }
+            // The rows are read in the order their alarms lie in memory, so
+            // that the processor's prefetching keeps up: newest first, the
+            // usual order, is the reverse of the order they arrived and were
+            // allocated in.
+            const QVector<AlarmInstancePtr> &rows = leaf->alarms;
+            const bool backwards =
+                rows.size() > 1 && std::less<const AlarmInstance *>()(rows.last().data(), rows.first().data());
+            change.fresh.reserve(rows.size());
+            for (int i = 0; i < rows.size(); ++i) {
+                const AlarmInstancePtr &alarm = rows.at(backwards ? rows.size() - 1 - i : i);
+                if (m_matcher.matches(*alarm))
+                    change.fresh.append(alarm);
+            }
+            if (backwards)
+                std::reverse(change.fresh.begin(), change.fresh.end());
+        }
+    } else if (m_groupProps.isEmpty()) {
+        const QVector<AlarmInstancePtr> accepted = filteredAlarms();
         LeafChange &change = changes[m_root.get()];
         change.replaceAll = true;
         change.fresh = accepted;
     } else {
         for (Node *leaf : leaves())
             changes[leaf].replaceAll = true;
-        for (const AlarmInstancePtr &alarm : accepted) {
+        for (const AlarmInstancePtr &alarm : filteredAlarms()) {
             if (Node *leaf = findLeaf(*alarm))
                 changes[leaf].fresh.append(alarm);
             else
@@ -649,8 +702,8 @@ void AlarmsProxyModel::mergeIntoLeaves(QHash<Node *, LeafChange> &changes)
         Node *leaf = it.key();
         LeafChange &change = it.value();
         const int before = leaf->alarms.size();
-        if (!std::is_sorted(change.fresh.cbegin(), change.fresh.cend(), less))
-            std::sort(change.fresh.begin(), change.fresh.end(), less);
+        if (!change.inOrder && !std::is_sorted(change.fresh.cbegin(), change.fresh.cend(), less))
+            sortRows(change.fresh);
         if (change.replaceAll) {
             leaf->alarms = change.fresh;
         } else {

@@ -72,8 +72,7 @@ bool QuickCellFilter::matches(const QString &cellText) const
         ASLOG(&m_wildcardConfig, MsgLoggerEnums::Warning,
               QStringLiteral("the quick filter '%1' backtracks beyond the expression engine's limits on a cell of "
                              "%2 characters; such cells are shown")
-                  .arg(m_string)
-                  .arg(cellText.size()));
+                  .arg(m_string, QString::number(cellText.size())));
     }
     return true;
 }

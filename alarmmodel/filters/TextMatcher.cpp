@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QVector>
 
+#include <algorithm>
+
 namespace {
 // A wildcard pattern is read into code points; the two wildcards become values
 // beyond the Unicode range, so that an escaped "*" or "?" stays a character.
@@ -95,6 +97,14 @@ inline uint foldedUnit(uint u, Qt::CaseSensitivity cs)
     return QChar::toCaseFolded(u);
 }
 
+// Ignoring case changes nothing for a character that no other character
+// folds onto: ASCII digits, punctuation, blanks and controls.
+bool isCaseless(uint c)
+{
+    const uint lower = c | 0x20;
+    return c < 0x80 && !(lower >= 'a' && lower <= 'z');
+}
+
 bool isLineBreak(ushort u)
 {
     return u == '\n' || u == '\r' || u == 0x0b || u == 0x0c || u == 0x85 || u == 0x2028 || u == 0x2029;
@@ -141,6 +151,17 @@ QString TextMatcher::wildcardToRegularExpression(const QString &pattern)
 void TextMatcher::setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd)
 {
     m_text = text;
+    // Folding every character of every text costs more than the search.
+    if (std::all_of(text.cbegin(), text.cend(), [](QChar c) { return isCaseless(c.unicode()); }))
+        m_cs = Qt::CaseSensitive;
+    m_literalCase = LiteralExact;
+    if (m_cs == Qt::CaseInsensitive) {
+        m_literalCase = LiteralFolded;
+        if (std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; })) {
+            m_literalCase = LiteralAsciiFolded;
+            m_text = text.toLower();
+        }
+    }
     if (text.isEmpty() && !(anchoredStart && anchoredEnd)) {
         m_kind = MatchAll;
     } else if (anchoredStart && anchoredEnd) {
@@ -238,8 +259,7 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
         m_kind = Invalid;
         if (error)
             *error = QCoreApplication::translate("TextMatcher", "invalid regular expression '%1': %2 at offset %3")
-                         .arg(pattern, m_regex.errorString())
-                         .arg(m_regex.patternErrorOffset());
+                         .arg(pattern, m_regex.errorString(), QString::number(m_regex.patternErrorOffset()));
         return false;
     }
     m_regex.optimize();
@@ -247,17 +267,14 @@ bool TextMatcher::setPattern(const QString &pattern, Method method, Qt::CaseSens
     return true;
 }
 
-TextMatcher::Answer TextMatcher::answer(const QString &text) const
+TextMatcher::Answer TextMatcher::searchAnswer(const QString &text) const
 {
     switch (m_kind) {
     case MatchAll:
-        return Match;
     case Equal:
-        return answerOf(text.size() == m_text.size() && text.compare(m_text, m_cs) == 0);
     case StartsWith:
-        return answerOf(text.startsWith(m_text, m_cs));
     case EndsWith:
-        return answerOf(text.endsWith(m_text, m_cs));
+        return answer(text);
     case Contains:
         return answerOf(m_finder.indexIn(text) >= 0);
     case Segments: {
@@ -296,6 +313,8 @@ bool TextMatcher::setSegments(const QVector<uint> &tokens, bool wholeText, bool 
         if (c < AnyOne && (c > 0xffff || QChar::isSurrogate(c)))
             return false;
     }
+    if (std::all_of(tokens.cbegin(), tokens.cend(), [](uint c) { return c >= AnyOne || isCaseless(c); }))
+        m_cs = Qt::CaseSensitive;
     QVector<Segment> segments;
     Segment current;
     for (const uint c : tokens) {
@@ -319,7 +338,11 @@ bool TextMatcher::setSegments(const QVector<uint> &tokens, bool wholeText, bool 
             QString text;
             for (const int u : segment.units)
                 text += QChar(ushort(u));
-            segment.finder = QStringMatcher(text, m_cs);
+            const bool caseless = std::all_of(segment.units.cbegin(), segment.units.cend(),
+                                              [](int u) { return isCaseless(uint(u)); });
+            const bool ascii = std::all_of(segment.units.cbegin(), segment.units.cend(), [](int u) { return u < 0x80; });
+            segment.foldedScan = m_cs == Qt::CaseInsensitive && ascii && !caseless;
+            segment.finder = QStringMatcher(text, caseless ? Qt::CaseSensitive : m_cs);
         }
     }
     m_segments = segments;
@@ -343,6 +366,15 @@ bool TextMatcher::segmentAt(const QString &text, int pos, const Segment &segment
 
 int TextMatcher::findSegment(const QString &text, int from, int to, const Segment &segment) const
 {
+    if (segment.foldedScan) {
+        const QChar *t = text.constData();
+        const uint first = uint(segment.units.first());
+        for (int pos = from; pos + segment.units.size() <= to; ++pos) {
+            if (foldedUnit(t[pos].unicode(), m_cs) == first && segmentAt(text, pos, segment))
+                return pos;
+        }
+        return -1;
+    }
     if (!segment.anyOne)
         return segment.finder.indexIn(text.constData(), to, from);
     for (int pos = from; pos + segment.units.size() <= to; ++pos) {

@@ -7,6 +7,8 @@
 #include <QStringMatcher>
 #include <QVector>
 
+#include <algorithm>
+
 // One compiled text pattern: an exact text, a wildcard pattern or a regular
 // expression, matched against the whole text or anywhere inside it.
 //
@@ -44,7 +46,23 @@ public:
     // True when every text matches (an empty pattern that may match anywhere,
     // or a wildcard pattern of stars only).
     bool matchesEverything() const { return m_kind == MatchAll; }
-    Answer answer(const QString &text) const;
+    Answer answer(const QString &text) const
+    {
+        // Plain texts, prefixes and suffixes are answered here, without a call.
+        const int n = m_text.size();
+        switch (m_kind) {
+        case MatchAll:
+            return Match;
+        case Equal:
+            return text.size() == n && literalAt(text.constData()) ? Match : NoMatch;
+        case StartsWith:
+            return text.size() >= n && literalAt(text.constData()) ? Match : NoMatch;
+        case EndsWith:
+            return text.size() >= n && literalAt(text.constData() + text.size() - n) ? Match : NoMatch;
+        default:
+            return searchAnswer(text);
+        }
+    }
     // Undecided counts as no match here. Exact texts and wildcard patterns are
     // never undecided; callers taking regular expressions use answer().
     bool matches(const QString &text) const { return answer(text) == Match; }
@@ -61,9 +79,42 @@ private:
     struct Segment {
         QVector<int> units;
         bool anyOne = false;
-        QStringMatcher finder; // for segments without "?"
+        // ASCII with letters, case ignored: searched unit by unit, letters
+        // folded by hand, which is cheaper than Qt's folding of every unit.
+        bool foldedScan = false;
+        QStringMatcher finder; // for the other segments without "?"
     };
 
+    // How a literal is compared: unit by unit, ASCII letters folded by hand
+    // (m_text then holds the folded literal), or by Qt's case folding.
+    enum LiteralCase { LiteralExact, LiteralAsciiFolded, LiteralFolded };
+
+    // Whether the literal is at `t` (m_text.size() units).
+    bool literalAt(const QChar *t) const
+    {
+        const QChar *p = m_text.constData();
+        const int n = m_text.size();
+        switch (m_literalCase) {
+        case LiteralExact:
+            return std::equal(p, p + n, t);
+        case LiteralAsciiFolded:
+            for (int k = 0; k < n; ++k) {
+                const ushort u = t[k].unicode();
+                if (u == p[k].unicode())
+                    continue;
+                // Only a capital or a character folding onto an ASCII letter
+                // (Kelvin sign, long s) can still be equal.
+                if (u < 0x80 ? u + ushort('a' - 'A') != p[k].unicode() || u < 'A' || u > 'Z'
+                             : QChar::toCaseFolded(u) != p[k].unicode())
+                    return false;
+            }
+            return true;
+        case LiteralFolded:
+            break;
+        }
+        return QStringView(t, n).compare(QStringView(m_text), Qt::CaseInsensitive) == 0;
+    }
+    Answer searchAnswer(const QString &text) const;
     void setLiteral(const QString &text, bool anchoredStart, bool anchoredEnd);
     bool setSegments(const QVector<uint> &tokens, bool wholeText, bool dotStopsAtLineBreak);
     Answer segmentsAnswer(const QString &text) const;
@@ -73,6 +124,7 @@ private:
 
     Kind m_kind = MatchAll;
     Qt::CaseSensitivity m_cs = Qt::CaseInsensitive;
+    LiteralCase m_literalCase = LiteralExact;
     QString m_text;
     QStringMatcher m_finder;
     QRegularExpression m_regex;

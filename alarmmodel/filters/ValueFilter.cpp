@@ -36,11 +36,11 @@ void ValueFilter::setMatchCase(bool matchCase)
 
 QString ValueFilter::toString() const
 {
+    // One pass: a chained arg() would read a "%1" in the property name or
+    // the content as a place to fill.
     return QStringLiteral("%1 (source %2%3): %4")
-        .arg(m_valueId)
-        .arg(int(m_source))
-        .arg(m_matchCase ? QStringLiteral(", match case") : QString())
-        .arg(describeContent());
+        .arg(m_valueId, QString::number(int(m_source)),
+             m_matchCase ? QStringLiteral(", match case") : QString(), describeContent());
 }
 
 bool ValueFilter::isEqual(const ValueFilter &other) const

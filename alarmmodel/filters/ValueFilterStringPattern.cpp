@@ -104,26 +104,6 @@ bool ValueFilterStringPattern::matches(const QVariant &value) const
     return matchesText(value.toString());
 }
 
-bool ValueFilterStringPattern::matchesText(const QString &text) const
-{
-    if (!m_includesAll && !m_includes.isEmpty()) {
-        bool included = false;
-        for (const TextMatcher &m : m_includes) {
-            if (m.matches(text)) {
-                included = true;
-                break;
-            }
-        }
-        if (!included)
-            return false;
-    }
-    for (const TextMatcher &m : m_excludes) {
-        if (m.matches(text))
-            return false;
-    }
-    return true;
-}
-
 bool ValueFilterStringPattern::isContentEqual(const ValueFilter &other) const
 {
     const auto &o = static_cast<const ValueFilterStringPattern &>(other);

@@ -41,7 +41,28 @@ public:
     bool isEmpty() const override;
     QString describeContent() const override;
     bool matches(const QVariant &value) const override;
-    bool matchesText(const QString &text) const override;
+    bool matchesText(const QString &text) const override { return matchesPattern(text); }
+    // The same answer without a virtual call, for filter loops that know the
+    // filter's kind.
+    bool matchesPattern(const QString &text) const
+    {
+        if (!m_includesAll && !m_includes.isEmpty()) {
+            bool included = false;
+            for (const TextMatcher &m : m_includes) {
+                if (m.matches(text)) {
+                    included = true;
+                    break;
+                }
+            }
+            if (!included)
+                return false;
+        }
+        for (const TextMatcher &m : m_excludes) {
+            if (m.matches(text))
+                return false;
+        }
+        return true;
+    }
 
     // Splits a pattern text at unescaped ";" and ","; the escape before a
     // separator is removed, other escapes are kept; parts are trimmed and empty

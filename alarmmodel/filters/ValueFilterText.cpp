@@ -89,8 +89,7 @@ bool ValueFilterText::ruleMatches(int index, const QString &text) const
         ASLOG(&getWildcardConfig(), MsgLoggerEnums::Warning,
               QStringLiteral("%1: the regular expression '%2' backtracks beyond the expression engine's limits on "
                              "a value of %3 characters; the rule hides nothing")
-                  .arg(getValueId(), item.getText())
-                  .arg(text.size()));
+                  .arg(getValueId(), item.getText(), QString::number(text.size())));
     }
     return !item.isExclude();
 }

@@ -293,12 +293,18 @@ private slots:
 
         QuickCellFilter pump;
         QVERIFY(pump.setString(QStringLiteral("pump")));
+        const SourceAndFilter urgent = sourceFilter({ruleSet(true, {numberFilter(QStringLiteral("priority"), QStringLiteral(">60"))})});
+        const SourceAndFilter notSysA = sourceFilter({ruleSet(false, {patternFilter(QStringLiteral("system"), QStringLiteral("sysa"))})});
         for (int round = 0; round < 40; ++round) {
             QHash<AlarmIdent, QPersistentModelIndex> tracked;
             for (const auto &alarm : shownAlarms(proxy))
                 tracked.insert(alarm->getIdent(), QPersistentModelIndex(proxy.findAlarm(alarm->getIdent(), 1)));
-            if (round % 10 == 9) {
-                proxy.setQuickFilter(round % 20 == 9 ? pump : QuickCellFilter());
+            if (round % 5 == 4) {
+                // In turn: everything shown again, the first filter over
+                // everything, another filter on top, one filter for another.
+                const int step = round / 5 % 4;
+                proxy.setQuickFilter(step == 1 || step == 2 ? pump : QuickCellFilter());
+                proxy.setFilter(step == 2 ? urgent : step == 3 ? notSysA : SourceAndFilter());
             } else {
                 AlarmBurst burst;
                 for (int i = int(random.bounded(1, 25)); i > 0; --i) {
@@ -311,7 +317,7 @@ private slots:
                 }
                 model->applyBurst(burst);
             }
-            QCOMPARE(dump(proxy), freshDump(model, grouping(groups), SourceAndFilter(), proxy.getQuickFilter()));
+            QCOMPARE(dump(proxy), freshDump(model, grouping(groups), proxy.getFilter(), proxy.getQuickFilter()));
             for (auto it = tracked.cbegin(); it != tracked.cend(); ++it)
                 QCOMPARE(QModelIndex(it.value()), proxy.findAlarm(it.key(), 1));
         }

@@ -141,7 +141,8 @@ private slots:
             {QuickCellFilter::ModeWildcard, "*p*u*m*p*"}, {QuickCellFilter::ModeRegularExpression, "pump.*7"},
             {QuickCellFilter::ModeRegularExpression, "p.mp"}, {QuickCellFilter::ModeRegularExpression, "a.*"},
             {QuickCellFilter::ModeRegularExpression, ".*"}, {QuickCellFilter::ModeRegularExpression, "s.k"},
-            {QuickCellFilter::ModeRegularExpression, "7"},
+            {QuickCellFilter::ModeRegularExpression, "7"}, {QuickCellFilter::ModeWildcard, "pump*"},
+            {QuickCellFilter::ModeWildcard, "*\xe2\x84\xaa 7"},
         };
         for (const Case &c : cases) {
             const QString pattern = QString::fromUtf8(c.pattern);
@@ -172,6 +173,35 @@ private slots:
                             QFAIL(qPrintable(what.arg(cell)));
                     }
                 }
+            }
+        }
+    }
+
+    // ASCII patterns ignore case without Qt's folding (letters folded by hand,
+    // patterns without letters matched as they are): every character that
+    // case folding changes, against every ASCII character, whole, searched
+    // and after a "?", must agree with Qt's comparison.
+    void asciiPatternsIgnoreCaseAsQtDoes()
+    {
+        QVector<ushort> folding;
+        for (uint u = 0; u <= 0xffff; ++u) {
+            if (!QChar::isSurrogate(u) && (u < 0x80 || QChar::toCaseFolded(u) != u))
+                folding << ushort(u);
+        }
+        QVERIFY(folding.size() > 1000);
+        for (ushort c = 0; c < 0x80; ++c) {
+            const QString pattern(QChar{c});
+            TextMatcher whole, anywhere, afterAny;
+            QVERIFY(whole.setPattern(pattern, TextMatcher::Exact, Qt::CaseInsensitive, true));
+            QVERIFY(anywhere.setPattern(pattern, TextMatcher::Exact, Qt::CaseInsensitive, false));
+            QVERIFY(afterAny.setPattern(QStringLiteral("?\\") + pattern, TextMatcher::Wildcard,
+                                        Qt::CaseInsensitive, true));
+            for (const ushort u : qAsConst(folding)) {
+                const QString text(QChar{u});
+                const bool expected = text.compare(pattern, Qt::CaseInsensitive) == 0;
+                if (whole.matches(text) != expected || anywhere.matches(text) != expected ||
+                    afterAny.matches(QLatin1Char('x') + text) != expected)
+                    QFAIL(qPrintable(QStringLiteral("pattern U+%1 on U+%2").arg(c, 4, 16).arg(u, 4, 16)));
             }
         }
     }

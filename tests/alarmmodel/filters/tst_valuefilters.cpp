@@ -191,6 +191,15 @@ private slots:
         QCOMPARE(f.getExcludedPatterns(), QStringList{QStringLiteral("b")});
     }
 
+    void descriptionKeepsPercentSignsOfValues()
+    {
+        // Property names and patterns are the operator's: a "%1" in them is
+        // text, not a place for the next part of the description.
+        ValueFilterStringPattern f(wildcards(), QStringLiteral("load%1"), alarm, true);
+        f.setFilterText(QStringLiteral("50%2;%1"));
+        QCOMPARE(f.toString(), QStringLiteral("load%1 (source 0, match case): pattern '50%2;%1'"));
+    }
+
     void textIncludeExcludeAndRefusals()
     {
         ValueFilterText f(wildcards(), column, alarm, true);
