@@ -530,9 +530,16 @@ void DemoScenario::selectionSurvivesAFlood()
         }
         return false;
     };
+    // Switched off as soon as the first flood burst is in, so that one burst
+    // comes however slowly this build runs.
+    const QMetaObject::Connection stop = connect(proxy->getAlarmsModel().data(), &AlarmsModel::alarmsChanged, flood,
+                                                 [flood](int added, int updated, int removed) {
+                                                     if (added + updated + removed > 300)
+                                                         flood->setChecked(false);
+                                                 });
     flood->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(floodArrived(), 10000);
-    flood->trigger();
+    disconnect(stop);
     QVERIFY(!flood->isChecked());
 
     // The selected alarms that are still there are still selected, and no other.
