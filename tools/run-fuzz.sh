@@ -36,7 +36,8 @@ cmake --build "$build" -j2 --target "${targets[@]}"
 
 export QT_QPA_PLATFORM=offscreen
 # No leak detection, neither per input nor at exit (see below).
-export ASAN_OPTIONS="detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+# Last, so that it wins over options the caller set.
+export ASAN_OPTIONS="${ASAN_OPTIONS:+$ASAN_OPTIONS:}detect_leaks=0"
 # One input may take this long (seconds of wall time) before it counts as a
 # hang; on a machine busy with other work give it more (AS_FUZZ_TIMEOUT).
 timeout="${AS_FUZZ_TIMEOUT:-10}"

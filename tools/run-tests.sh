@@ -33,7 +33,8 @@ normal() {
   (cd "$src/build" && ctest --output-on-failure -j2)
 }
 
-sanitize() {
+# A subshell: the sanitizer options must not reach the fuzz smoke.
+sanitize() (
   "$src/tools/setup.sh" "$src/build-asan" -DCMAKE_BUILD_TYPE=Debug -DAS_SANITIZE=ON
   # Leaks are findings; only what Qt's offscreen platform and fontconfig keep
   # for the life of the process is suppressed, which needs whole allocation
@@ -42,7 +43,7 @@ sanitize() {
   export LSAN_OPTIONS="suppressions=$src/tools/lsan.supp:print_suppressions=0"
   export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
   (cd "$src/build-asan" && ctest --output-on-failure -j2)
-}
+)
 
 fuzz_smoke() {
   if ! command -v clang++ >/dev/null; then
