@@ -5,6 +5,8 @@
 // timing of a step.
 
 #include "AlarmInstance.h"
+#include "ValueFilterNumbers.h"
+#include "ValueFilterStringPattern.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -76,6 +78,23 @@ inline double bestOf(int repeat, const std::function<void()> &prepare, const std
 inline double bestOf(int repeat, const std::function<void()> &measured)
 {
     return bestOf(repeat, nullptr, measured);
+}
+
+// Rules of the structured filter as an operator types them.
+inline QSharedPointer<ValueFilter> pattern(const QString &property, const QString &text)
+{
+    auto filter = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), property,
+                                                                   Constants::ValueSourceAlarm, false);
+    filter->setFilterText(text);
+    return filter;
+}
+
+inline QSharedPointer<ValueFilter> numbers(const QString &property, const QString &text)
+{
+    auto filter = QSharedPointer<ValueFilterNumbers>::create(WildcardConfig(), property,
+                                                             Constants::ValueSourceAlarm, false);
+    filter->setFilterText(text);
+    return filter;
 }
 
 } // namespace BenchCommon

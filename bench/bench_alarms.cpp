@@ -72,22 +72,6 @@ size_t heapInUse()
     return info.uordblks + info.hblkhd;
 }
 
-QSharedPointer<ValueFilter> pattern(const QString &property, const QString &text)
-{
-    auto filter = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), property,
-                                                                   Constants::ValueSourceAlarm, false);
-    filter->setFilterText(text);
-    return filter;
-}
-
-QSharedPointer<ValueFilter> numbers(const QString &property, const QString &text)
-{
-    auto filter = QSharedPointer<ValueFilterNumbers>::create(WildcardConfig(), property,
-                                                             Constants::ValueSourceAlarm, false);
-    filter->setFilterText(text);
-    return filter;
-}
-
 FilterRuleSet ruleSet(bool include, const QList<QSharedPointer<ValueFilter>> &filters)
 {
     FilterRuleSet set(WildcardConfig(), include, false);

@@ -7,6 +7,7 @@
 // Goals: memory growth after the warm-up at most 5 %, p99 latency at most 100 ms.
 
 #include "AlarmBurst.h"
+#include "BenchCommon.h"
 #include "AlarmsModel.h"
 #include "AlarmsProxyModel.h"
 #include "FilterRuleContainer.h"
@@ -31,6 +32,9 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+using BenchCommon::numbers;
+using BenchCommon::pattern;
 
 namespace {
 
@@ -58,22 +62,6 @@ AlarmInstancePtr makeAlarm(int i, QRandomGenerator &random, qint64 timeMs)
     data.value = random.bounded(1000.0);
     data.state = AlarmInstance::State(random.bounded(3));
     return QSharedPointer<AlarmInstance>::create(data);
-}
-
-QSharedPointer<ValueFilter> pattern(const QString &property, const QString &text)
-{
-    auto filter = QSharedPointer<ValueFilterStringPattern>::create(WildcardConfig(), property,
-                                                                   Constants::ValueSourceAlarm, false);
-    filter->setFilterText(text);
-    return filter;
-}
-
-QSharedPointer<ValueFilter> numbers(const QString &property, const QString &text)
-{
-    auto filter = QSharedPointer<ValueFilterNumbers>::create(WildcardConfig(), property,
-                                                             Constants::ValueSourceAlarm, false);
-    filter->setFilterText(text);
-    return filter;
 }
 
 SourceAndFilter filterOf(const QList<QList<QSharedPointer<ValueFilter>>> &includeSets,
