@@ -704,7 +704,13 @@ QString DemoScenario::stateText() const
 void DemoScenario::answerFileDialog(const QString &file)
 {
     answerNextModal<QFileDialog>(this, [file](QFileDialog *dialog) {
+        // The dialog leaves its name field alone while the field has the
+        // focus, and then takes the accept as a click on an empty name and
+        // stays open.
+        if (QWidget *focused = dialog->focusWidget())
+            focused->clearFocus();
         dialog->selectFile(file);
+        QVERIFY2(dialog->selectedFiles().contains(file), qPrintable(dialog->selectedFiles().join(QLatin1Char(','))));
         static_cast<QDialog *>(dialog)->accept(); // QFileDialog hides it
     });
 }
